@@ -56,8 +56,10 @@ class hstring {
   hstring(const char16_t* units, size_t count) : hstring(std::u16string_view(units, count)) {}
   hstring(size_t count, char16_t unit);
   hstring(const hstring& other) noexcept : FUnits(other.FUnits) { AddRef(); }
-  hstring(hstring&& other) noexcept : FUnits(std::exchange(other.FUnits, nullptr)) {}
-  ~hstring() { Release(); }
+  constexpr hstring(hstring&& other) noexcept : FUnits(std::exchange(other.FUnits, nullptr)) {}
+  constexpr ~hstring() {
+    if (!std::is_constant_evaluated()) Release();
+  }
 
   hstring& operator=(const hstring& other) noexcept {
     hstring(other).Swap(*this);
@@ -74,9 +76,15 @@ class hstring {
 
   /// The text of a literal's storage. Used by the `_hs` suffix.
   template <size_t N>
-  static hstring OfLiteral(const THtStringLiteral<N>& literal) noexcept {
+  static constexpr hstring OfLiteral(const THtStringLiteral<N>& literal) noexcept {
     hstring result;
     if constexpr (N > 1) result.FUnits = const_cast<char16_t*>(literal.Units);
+    return result;
+  }
+  /// The text whose units stand right behind a literal's header, as in THtStringLiteral. It is not empty.
+  static hstring OfLiteral(const THtStringHeader& header) noexcept {
+    hstring result;
+    result.FUnits = const_cast<char16_t*>(reinterpret_cast<const char16_t*>(&header + 1));
     return result;
   }
 
@@ -168,9 +176,10 @@ class hstring {
   }
 };
 
-/// `u"text"_hs`: a text whose units stand in the program image.
+/// `u"text"_hs`: a text whose units stand in the program image. Tables and constants of such texts are
+/// `constexpr`.
 template <THtStringLiteral Literal>
-hstring operator""_hs() noexcept {
+constexpr hstring operator""_hs() noexcept {
   return hstring::OfLiteral(Literal);
 }
 
