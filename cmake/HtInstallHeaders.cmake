@@ -1,5 +1,6 @@
 # Installs every header that a unit's face (<unit>/<unit>.h) includes, at any depth. Run by `cmake --install`
 # with `units`, `source_root` and `include_dir` set.
+cmake_policy(VERSION 3.25)
 set(queue ${units})
 list(TRANSFORM queue REPLACE "(.+)" "\\1/\\1.h")
 set(public)
