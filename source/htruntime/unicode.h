@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+
+namespace ht {
+
+// Properties of single UTF-16 units by the Unicode Character Database. A half of a surrogate pair has none.
+
+/// A letter of any script: the categories Lu, Ll, Lt, Lm and Lo.
+bool HtIsLetter(char16_t c) noexcept;
+/// A number of any script: the categories Nd, Nl and No.
+bool HtIsNumber(char16_t c) noexcept;
+
+namespace detail {
+char16_t LowerOf(char16_t c) noexcept;
+}
+
+/// The lower-case form by the simple mapping: one unit for one unit, the same in every language.
+inline char16_t HtToLower(char16_t c) noexcept {
+  if (c < 128) return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c;
+  return detail::LowerOf(c);
+}
+
+}  // namespace ht
