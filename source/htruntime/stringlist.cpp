@@ -2,7 +2,9 @@
 
 #include <algorithm>
 
+#include "htruntime/codepage.h"
 #include "htruntime/exception.h"
+#include "htruntime/filestream.h"
 #include "htruntime/format.h"
 
 namespace ht {
@@ -197,6 +199,23 @@ void TStringList::SetText(std::u16string_view text) {
     const size_t lineEnd = rest.substr(end, 2) == u"\r\n" ? 2 : 1;
     rest.remove_prefix(std::min(end + lineEnd, rest.size()));
   }
+}
+
+void TStringList::LoadFromStream(TStream& stream) { SetText(HtDecodeText(HtBytesView(stream.ReadToEnd()))); }
+
+void TStringList::SaveToStream(TStream& stream) const {
+  const std::string bytes = "\xEF\xBB\xBF" + HtToUtf8(GetText());
+  stream.WriteBuffer(bytes.data(), static_cast<int64_t>(bytes.size()));
+}
+
+void TStringList::LoadFromFile(const hstring& fileName) {
+  TFileStream file(fileName, fmOpenRead);
+  LoadFromStream(file);
+}
+
+void TStringList::SaveToFile(const hstring& fileName) const {
+  TFileStream file(fileName, fmCreate);
+  SaveToStream(file);
 }
 
 }  // namespace ht

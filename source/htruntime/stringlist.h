@@ -7,6 +7,8 @@
 
 namespace ht {
 
+class TStream;
+
 /// What a sorted list does with a text that it already holds: leave the list as it is, take it, or raise.
 HT_ENUM(TDuplicates, uint8_t, dupIgnore, dupAccept, dupError);
 
@@ -82,6 +84,13 @@ class TStringList : public TObject {
   hstring GetText() const;
   /// Replaces the content by the lines of a text. A line ends in CR LF, LF or CR; the last one need not.
   void SetText(std::u16string_view text);
+  /// Reads everything from the position on as SetText does; the encoding is found as HtDecodeText does.
+  void LoadFromStream(TStream& stream);
+  /// Writes GetText as UTF-8 behind a mark, so that it reads back the same under every system code page.
+  void SaveToStream(TStream& stream) const;
+  /// Both raise the errors of TFileStream.
+  void LoadFromFile(const hstring& fileName);
+  void SaveToFile(const hstring& fileName) const;
 
  protected:
   struct TStringItem {

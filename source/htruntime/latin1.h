@@ -1,0 +1,12 @@
+#pragma once
+
+#include <cstddef>
+
+namespace ht {
+
+/// Each byte becomes the unit of the same number. `units` has room for `count`; the two do not overlap.
+void HtWidenLatin1(const char* bytes, size_t count, char16_t* units) noexcept;
+/// Each unit gives its low byte. `bytes` has room for `count`; the two do not overlap.
+void HtNarrowLatin1(const char16_t* units, size_t count, char* bytes) noexcept;
+
+}  // namespace ht
