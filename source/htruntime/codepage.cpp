@@ -5,9 +5,9 @@
 #include <iconv.h>
 #include <mutex>
 
-#include "htruntime/singlebytepage.h"
 #include "htruntime/exception.h"
 #include "htruntime/format.h"
+#include "htruntime/singlebytepage.h"
 
 namespace ht {
 
@@ -177,12 +177,12 @@ hstring DecodeSingleByte(const detail::TSingleBytePage& page, std::string_view b
   return text;
 }
 
-std::string EncodeSingleByte(const detail::TSingleBytePage& page, std::u16string_view text) {
-  std::string bytes(text.size(), '?');
-  char* out = bytes.data();
+THtBytes EncodeSingleByte(const detail::TSingleBytePage& page, std::u16string_view text) {
+  THtBytes bytes(text.size(), '?');
+  uint8_t* out = bytes.data();
   for (size_t i = 0; i < text.size(); ++i) {
     const int byte = page.ByteOf(text[i]);
-    if (byte >= 0) *out = static_cast<char>(byte);
+    if (byte >= 0) *out = static_cast<uint8_t>(byte);
     ++out;
     // A pair is one character and gives one "?".
     if ((text[i] & 0xFC00) == 0xD800 && i + 1 < text.size() && (text[i + 1] & 0xFC00) == 0xDC00) ++i;
@@ -223,13 +223,14 @@ hstring DecodeDoubleByte(const TPage& page, std::string_view bytes) {
   return text;
 }
 
-std::string EncodeDoubleByte(const TPage& page, std::u16string_view text) {
+THtBytes EncodeDoubleByte(const TPage& page, std::u16string_view text) {
   TConverter converter(page.IconvName, kUtf16);
   if (!converter.Valid()) RaisePage(page.Number);
-  std::string bytes(text.size() * 2, 0);
+  THtBytes bytes(text.size() * 2);
   const char* in = reinterpret_cast<const char*>(text.data());
   const char* end = in + text.size() * sizeof(char16_t);
-  char* out = bytes.data();
+  char* start = reinterpret_cast<char*>(bytes.data());
+  char* out = start;
   char* outEnd = out + bytes.size();
   while (in < end) {
     const int error = converter.Run(in, end, out, outEnd);
@@ -242,7 +243,7 @@ std::string EncodeDoubleByte(const TPage& page, std::u16string_view text) {
     std::memcpy(&unit, in, sizeof unit);
     if ((unit & 0xFC00) == 0xDC00) in += sizeof unit;
   }
-  bytes.resize(static_cast<size_t>(out - bytes.data()));
+  bytes.resize(static_cast<size_t>(out - start));
   return bytes;
 }
 
@@ -256,9 +257,12 @@ hstring HtBytesToText(std::string_view bytes, int32_t number) {
   return DecodeSingleByte(*detail::SingleBytePage(number), bytes);
 }
 
-std::string HtTextToBytes(std::u16string_view text, int32_t number) {
+THtBytes HtTextToBytes(std::u16string_view text, int32_t number) {
   const TPage& page = PageOf(number);
-  if (page.Kind == pkUtf8) return HtToUtf8(text);
+  if (page.Kind == pkUtf8) {
+    const std::string bytes = HtToUtf8(text);
+    return {bytes.begin(), bytes.end()};
+  }
   if (page.Kind == pkDoubleByte) return EncodeDoubleByte(page, text);
   return EncodeSingleByte(*detail::SingleBytePage(number), text);
 }

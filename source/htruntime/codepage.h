@@ -1,7 +1,6 @@
 #pragma once
 
-#include <string>
-
+#include "htruntime/bytes.h"
 #include "htruntime/hstring.h"
 
 namespace ht {
@@ -17,8 +16,14 @@ bool HtCodePageExists(int32_t page);
 /// What is malformed or undefined in the page becomes U+FFFD; but bytes 128 to 159 that a single-byte page leaves
 /// undefined become the control characters of the same number, as in the Encoding Standard.
 hstring HtBytesToText(std::string_view bytes, int32_t page);
+inline hstring HtBytesToText(const THtBytes& bytes, int32_t page) {
+  return HtBytesToText(HtBytesView(bytes), page);
+}
+inline hstring HtBytesToText(const uint8_t* bytes, size_t count, int32_t page) {
+  return HtBytesToText(HtBytesView(bytes, count), page);
+}
 /// A character that the page has not becomes "?"; an unpaired surrogate in UTF-8 U+FFFD.
-std::string HtTextToBytes(std::u16string_view text, int32_t page);
+THtBytes HtTextToBytes(std::u16string_view text, int32_t page);
 
 /// The page of bytes whose encoding is not told. At the start it is that of the environment (the charset behind "."
 /// in LC_ALL, else LC_CTYPE, else LANG), and 65001 where that says nothing.
@@ -28,10 +33,15 @@ void HtSetSystemCodePage(int32_t page);
 /// Bytes to characters of which each holds one byte, and back: through the system code page when that is a
 /// single-byte page, else each character has the number of its byte. Every byte string comes back as it was.
 hstring HtWidenBytes(std::string_view bytes);
-std::string HtNarrowText(std::u16string_view text);
+inline hstring HtWidenBytes(const THtBytes& bytes) { return HtWidenBytes(HtBytesView(bytes)); }
+inline hstring HtWidenBytes(const uint8_t* bytes, size_t count) {
+  return HtWidenBytes(HtBytesView(bytes, count));
+}
+THtBytes HtNarrowText(std::u16string_view text);
 
 /// The text of a file: UTF-8 or UTF-16 of either byte order where it begins with such a mark, else in the system
 /// code page.
 hstring HtDecodeText(std::string_view bytes);
+inline hstring HtDecodeText(const THtBytes& bytes) { return HtDecodeText(HtBytesView(bytes)); }
 
 }  // namespace ht

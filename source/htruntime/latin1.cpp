@@ -6,7 +6,7 @@
 
 namespace ht {
 
-void HtWidenLatin1(const char* bytes, size_t count, char16_t* units) noexcept {
+void HtWidenLatin1(const uint8_t* bytes, size_t count, char16_t* units) noexcept {
   size_t i = 0;
 #ifdef __SSE2__
   const __m128i zero = _mm_setzero_si128();
@@ -16,10 +16,10 @@ void HtWidenLatin1(const char* bytes, size_t count, char16_t* units) noexcept {
     _mm_storeu_si128(reinterpret_cast<__m128i*>(units + i + 8), _mm_unpackhi_epi8(block, zero));
   }
 #endif
-  for (; i < count; ++i) units[i] = static_cast<unsigned char>(bytes[i]);
+  for (; i < count; ++i) units[i] = bytes[i];
 }
 
-void HtNarrowLatin1(const char16_t* units, size_t count, char* bytes) noexcept {
+void HtNarrowLatin1(const char16_t* units, size_t count, uint8_t* bytes) noexcept {
   size_t i = 0;
 #ifdef __SSE2__
   const __m128i low = _mm_set1_epi16(0x00FF);
@@ -30,7 +30,7 @@ void HtNarrowLatin1(const char16_t* units, size_t count, char* bytes) noexcept {
                      _mm_packus_epi16(_mm_and_si128(a, low), _mm_and_si128(b, low)));
   }
 #endif
-  for (; i < count; ++i) bytes[i] = static_cast<char>(units[i]);
+  for (; i < count; ++i) bytes[i] = static_cast<uint8_t>(units[i]);
 }
 
 }  // namespace ht

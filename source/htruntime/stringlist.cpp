@@ -201,7 +201,7 @@ void TStringList::SetText(std::u16string_view text) {
   }
 }
 
-void TStringList::LoadFromStream(TStream& stream) { SetText(HtDecodeText(HtBytesView(stream.ReadToEnd()))); }
+void TStringList::LoadFromStream(TStream& stream) { SetText(HtDecodeText(stream.ReadToEnd())); }
 
 void TStringList::SaveToStream(TStream& stream) const {
   const std::string bytes = "\xEF\xBB\xBF" + HtToUtf8(GetText());

@@ -4,10 +4,10 @@
 #include <cstdlib>
 
 #include "htruntime/codepage.h"
-#include "htruntime/singlebytepage.h"
 #include "htruntime/exception.h"
 #include "htruntime/format.h"
 #include "htruntime/latin1.h"
+#include "htruntime/singlebytepage.h"
 
 namespace ht {
 
@@ -54,19 +54,19 @@ hstring HtWidenBytes(std::string_view bytes) {
   if (const auto* page = SystemSingleBytePage())
     for (char c : bytes) *out++ = page->Widened[static_cast<uint8_t>(c)];
   else
-    HtWidenLatin1(bytes.data(), bytes.size(), out);
+    HtWidenLatin1(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size(), out);
   return text;
 }
 
-std::string HtNarrowText(std::u16string_view text) {
-  std::string bytes(text.size(), '?');
+THtBytes HtNarrowText(std::u16string_view text) {
+  THtBytes bytes(text.size(), '?');
   const auto* page = SystemSingleBytePage();
   if (!page) {
     HtNarrowLatin1(text.data(), text.size(), bytes.data());
     return bytes;
   }
   for (size_t i = 0; i < text.size(); ++i)
-    if (const int byte = page->ByteOf(text[i]); byte >= 0) bytes[i] = static_cast<char>(byte);
+    if (const int byte = page->ByteOf(text[i]); byte >= 0) bytes[i] = static_cast<uint8_t>(byte);
   return bytes;
 }
 
