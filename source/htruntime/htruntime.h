@@ -16,6 +16,7 @@
 #include "htruntime/mainthread.h"
 #include "htruntime/numformat.h"
 #include "htruntime/object.h"
+#include "htruntime/rounding.h"
 #include "htruntime/stream.h"
 #include "htruntime/stringlist.h"
 #include "htruntime/unicode.h"

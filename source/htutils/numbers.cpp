@@ -8,6 +8,7 @@
 #include "htruntime/exception.h"
 #include "htruntime/format.h"
 #include "htruntime/numformat.h"
+#include "htruntime/rounding.h"
 #include "htutils/strsearch.h"
 
 namespace ht {
@@ -144,10 +145,10 @@ hstring HtFormatDecimal(double value, int digits) {
   digits = std::min(digits, kMaxDecimals);
   const double power =
       digits >= 0 && digits < static_cast<int>(std::size(kPowers)) ? kPowers[digits] : std::pow(10, digits);
-  const double whole = std::nearbyint(value);
+  const double whole = HtRoundEven(value);
   if (std::abs(value - whole) * power < 0.5) return Widen(WholeText(whole));
 
-  const double scaled = std::nearbyint(value * power);
+  const double scaled = HtRoundEven(value * power);
   std::string text = WholeText(scaled);
   // A tie may still round down to nothing; then there is no fraction to show.
   if (digits < 1 || scaled == 0) return Widen(text);

@@ -1,12 +1,38 @@
 #include "htutils/strsearch.h"
 
 #include <algorithm>
+#include <cstring>
 
 #ifdef __SSE2__
 #include <emmintrin.h>
 #endif
 
 namespace ht {
+
+namespace {
+
+// Two loads that may overlap compare up to twice their width without a loop.
+template <class TWord>
+bool SameEnds(const char* a, const char* b, size_t size) {
+  TWord a1, a2, b1, b2;
+  std::memcpy(&a1, a, sizeof(TWord));
+  std::memcpy(&b1, b, sizeof(TWord));
+  std::memcpy(&a2, a + size - sizeof(TWord), sizeof(TWord));
+  std::memcpy(&b2, b + size - sizeof(TWord), sizeof(TWord));
+  return ((a1 ^ b1) | (a2 ^ b2)) == 0;
+}
+
+}  // namespace
+
+bool detail::SameBytes(const void* a, const void* b, size_t size) noexcept {
+  const char* x = static_cast<const char*>(a);
+  const char* y = static_cast<const char*>(b);
+  if (size > 16) return std::memcmp(x, y, size) == 0;
+  if (size >= 8) return SameEnds<uint64_t>(x, y, size);
+  if (size >= 4) return SameEnds<uint32_t>(x, y, size);
+  if (size >= 2) return SameEnds<uint16_t>(x, y, size);
+  return *x == *y;
+}
 
 size_t detail::FindUnit(const char16_t* units, size_t count, char16_t c) noexcept {
   size_t i = 0;

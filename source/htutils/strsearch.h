@@ -1,7 +1,5 @@
 #pragma once
 
-#include <cstring>
-
 #include "htruntime/hstring.h"
 
 namespace ht {
@@ -10,27 +8,8 @@ namespace ht {
 
 namespace detail {
 
-// Two loads that may overlap compare up to twice their width without a loop.
-template <class TWord>
-bool SameEnds(const char* a, const char* b, size_t size) noexcept {
-  TWord a1, a2, b1, b2;
-  std::memcpy(&a1, a, sizeof(TWord));
-  std::memcpy(&b1, b, sizeof(TWord));
-  std::memcpy(&a2, a + size - sizeof(TWord), sizeof(TWord));
-  std::memcpy(&b2, b + size - sizeof(TWord), sizeof(TWord));
-  return ((a1 ^ b1) | (a2 ^ b2)) == 0;
-}
-
-// `size` is above 0. Prefixes are short mostly, and a call of memcmp costs more than comparing them.
-inline bool SameBytes(const void* x, const void* y, size_t size) noexcept {
-  const char* a = static_cast<const char*>(x);
-  const char* b = static_cast<const char*>(y);
-  if (size > 16) return std::memcmp(a, b, size) == 0;
-  if (size >= 8) return SameEnds<uint64_t>(a, b, size);
-  if (size >= 4) return SameEnds<uint32_t>(a, b, size);
-  if (size >= 2) return SameEnds<uint16_t>(a, b, size);
-  return *a == *b;
-}
+/// The first `size` bytes agree; `size` is above 0. Quicker than memcmp for short stretches.
+bool SameBytes(const void* a, const void* b, size_t size) noexcept;
 
 /// The index of the first `c` in `count` units, or `count`.
 size_t FindUnit(const char16_t* units, size_t count, char16_t c) noexcept;
@@ -39,11 +18,11 @@ size_t FindUnit(const char16_t* units, size_t count, char16_t c) noexcept;
 
 /// False for an empty prefix.
 inline bool AnsiStartsWith(std::u16string_view text, std::u16string_view prefix) noexcept {
-  return !prefix.empty() && text.size() >= prefix.size() &&
+  return !prefix.empty() && text.size() >= prefix.size() && text[0] == prefix[0] &&
          detail::SameBytes(text.data(), prefix.data(), prefix.size() * sizeof(char16_t));
 }
 inline bool AnsiStartsWith(std::string_view text, std::string_view prefix) noexcept {
-  return !prefix.empty() && text.size() >= prefix.size() &&
+  return !prefix.empty() && text.size() >= prefix.size() && text[0] == prefix[0] &&
          detail::SameBytes(text.data(), prefix.data(), prefix.size());
 }
 
