@@ -52,6 +52,7 @@ class hstring {
 
   constexpr hstring() noexcept = default;
   hstring(std::u16string_view text) : FUnits(text.empty() ? nullptr : NewCopy(text.data(), text.size())) {}
+  hstring(const std::u16string& text) : hstring(std::u16string_view(text)) {}
   hstring(const char16_t* zeroTerminated) : hstring(std::u16string_view(zeroTerminated)) {}
   hstring(const char16_t* units, size_t count) : hstring(std::u16string_view(units, count)) {}
   hstring(size_t count, char16_t unit);

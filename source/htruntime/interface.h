@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <cstdint>
 #include <utility>
 
@@ -63,6 +64,24 @@ class TIntf {
 
  private:
   T* FIntf = nullptr;
+};
+
+/// An object that is counted by the interfaces taken on it and dies with the last one. On the stack or in another
+/// object it is used without interfaces.
+class TInterfacedObject : public TObject {
+  HT_CLASS(TInterfacedObject, TObject)
+
+ public:
+  /// Both are thread-safe and return the new count.
+  int32_t AddReference() { return FRefCount.fetch_add(1, std::memory_order_relaxed) + 1; }
+  int32_t ReleaseReference() {
+    const int32_t left = FRefCount.fetch_sub(1, std::memory_order_acq_rel) - 1;
+    if (left == 0) delete this;
+    return left;
+  }
+
+ private:
+  std::atomic<int32_t> FRefCount{0};
 };
 
 }  // namespace ht

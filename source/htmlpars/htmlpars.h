@@ -1,0 +1,18 @@
+#pragma once
+
+#include "htmlpars/attributes.h"
+#include "htmlpars/charclasses.h"
+#include "htmlpars/colors.h"
+#include "htmlpars/elementclasses.h"
+#include "htmlpars/encoding.h"
+#include "htmlpars/entities.h"
+#include "htmlpars/htmlencode.h"
+#include "htmlpars/htmlnode.h"
+#include "htmlpars/lower.h"
+#include "htmlpars/node.h"
+#include "htmlpars/nodelist.h"
+#include "htmlpars/parser.h"
+#include "htmlpars/stringparser.h"
+#include "htmlpars/texturls.h"
+#include "htmlpars/tokenizer.h"
+#include "htmlpars/xpath.h"

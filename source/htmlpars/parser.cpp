@@ -1,0 +1,267 @@
+#include "htmlpars/parser.h"
+
+#include <algorithm>
+
+#include "htdictionary/fieldoffset.h"
+#include "htmlpars/htmlnode.h"
+#include "htmlpars/lower.h"
+#include "htruntime/codepage.h"
+#include "htruntime/format.h"
+
+namespace ht {
+
+namespace {
+
+// A UTF-8 byte-order mark whose bytes became characters: through code page 1251, and one to one.
+constexpr std::u16string_view kUtf8Marks[] = {u"\u043F\u00BB\u0457", u"\u00EF\u00BB\u00BF"};
+
+constexpr size_t kSharedSlots = 256;
+constexpr size_t kMaxSharedText = 24;
+constexpr size_t kMaxInternedName = 15;
+
+}  // namespace
+
+THtmlParser::THtmlParser(hstring text, bool xmlMode)
+    : TagList(255, true, HtNameOffset(&THtStringRec::Value), nullptr),
+      AttrList(511, true, HtNameOffset(&THtStringRec::Value), nullptr),
+      IncorrectStack(false),
+      FTokenizer(std::move(text), xmlMode, xmlMode, &TagList),
+      FXMLMode(xmlMode) {
+  if (!xmlMode) FTokenizer.Intern(u"*");
+  TStringParser& scanner = FTokenizer.FParser;
+  scanner.SkipBlanks();
+  for (std::u16string_view mark : kUtf8Marks) {
+    if (scanner.Rest().size() <= mark.size() || !scanner.Rest().starts_with(mark)) continue;
+    scanner.Skip(3);
+    ChangeEncoding(heUTF8, 0);
+  }
+  if (scanner.Rest().size() > 1 && scanner.GetCurrent() == u'\xFEFF') scanner.Skip(1);
+}
+
+void THtmlParser::SetCaseSensitive(bool flag) { FCaseSensitive = FTokenizer.FCaseSensitive = flag; }
+
+bool THtmlParser::NextItem() {
+  if (RepeatCurrent) {
+    RepeatCurrent = false;
+    return true;
+  }
+  Scan(true);
+  if (Attributes) Attributes->Clear();
+  Tag.Clear();
+  FTagRec = nullptr;
+  TagClosed = IsCloseTag = false;
+  if (!SeekItem()) return false;
+  if (FTagRec) {
+    if (!ReadAttributes()) return false;
+    if (!FXMLMode && !IsCloseTag) {
+      if ((FTagRec->Id == tgScript || FTagRec->Id == tgStyle) && !TagClosed) CollectRawElement();
+      if (FTagRec->Id == tgMeta && Attributes && !IgnoreMetaEncoding) CheckMetaCharset();
+    }
+  }
+  StartPos = FTokenizer.FToken.StartPos;
+  return true;
+}
+
+bool THtmlParser::SeekItem() {
+  while (!AtEnd()) {
+    switch (Type()) {
+      case htString:
+      case htScript:
+      case htStyle:
+      case htComment:
+      case htDirective:
+      case htCData:
+      case htCustom:
+        TagType = Type();
+        Value = ShareText(FTokenizer.Name());
+        return TagClosed = true;
+      case htTagStart:
+        if (ReadTagName()) return true;
+        break;
+      default: Scan(true);
+    }
+  }
+  return false;
+}
+
+// Reads what follows "<". When it is no name, the token in hand is looked at again, as if nothing had been read.
+bool THtmlParser::ReadTagName() {
+  Scan(false);
+  IsCloseTag = !AtEnd() && Type() == htTagClose;
+  if (IsCloseTag) Scan(false);
+  if (AtEnd() || Type() != htIdent) return IsCloseTag = false;
+
+  const std::u16string_view name = FTokenizer.Name();
+  if (!FCaseSensitive && std::any_of(name.begin(), name.end(), HtIsAsciiUpper)) {
+    hstring lower = name;
+    vLower(lower);
+    FTagRec = FTokenizer.Intern(lower);
+  } else {
+    FTagRec = FTokenizer.FTagRec ? FTokenizer.FTagRec : FTokenizer.Intern(name);
+  }
+  Tag = FTagRec->Value;
+  TagType = htIdent;
+  return true;
+}
+
+// False when the tag is cut off by the end of the input.
+bool THtmlParser::ReadAttributes() {
+  FParsed.clear();
+  Scan(false);
+  for (bool inTag = true; inTag;) {
+    if (AtEnd()) return false;
+    switch (Type()) {
+      case htIdent: IsCloseTag ? static_cast<void>(Scan(false)) : ReadAttribute(); break;
+      case htTagStart:  // the tag was not closed; "<" is read again
+        --FTokenizer.FParser.p;
+        inTag = false;
+        break;
+      case htTagEnd: inTag = false; break;
+      case htScript:
+      case htStyle:
+        if (!TagClosed) {
+          Value = ShareText(FTokenizer.Name());
+          TagType = Type();
+        }
+        inTag = false;
+        break;
+      case htTagClose:
+        TagClosed = true;
+        Scan(false);
+        break;
+      default: Scan(false);
+    }
+  }
+  if (FParsed.empty()) return true;
+  if (!Attributes) Attributes = std::make_unique<THtAttributes>();
+  Attributes->CaseSensitive = FCaseSensitive;
+  Attributes->AddParsed(FParsed);
+  return true;
+}
+
+void THtmlParser::SkipBetween(bool valueExpected) {
+  do Scan(valueExpected);
+  while (!AtEnd() && (Type() == htSpace || Type() == htComment || Type() == htDirective));
+}
+
+// Leaves the token behind the attribute in hand.
+void THtmlParser::ReadAttribute() {
+  FAttrname = InternAttrName(FTokenizer.Name());
+  SkipBetween(false);
+  if (AtEnd()) return;
+  if (Type() != htEq) {
+    FParsed.push_back({{FAttrname, FAttrname}, true});
+    return;
+  }
+  SkipBetween(true);
+  if (AtEnd()) return;
+  if (FXMLMode && Type() != htString)
+    throw EHtmlParserException(HtFormat(u"Attribute %s value expected but %s found. Line %d position %d",
+                                        FAttrname, FTokenizer.Name(), FTokenizer.FParser.Line(),
+                                        FTokenizer.FParser.Pos()));
+  ReadAttributeValue();
+}
+
+void THtmlParser::ReadAttributeValue() {
+  const auto store = [this](hstring value) { FParsed.push_back({{FAttrname, std::move(value)}, false}); };
+  const auto endsValue = [this] {
+    return AtEnd() || Type() == htSpace || Type() == htTagEnd || Type() == htScript || Type() == htStyle;
+  };
+  hstring value;
+  if (Type() == htTagClose) {
+    value = u"/"_hs;
+    Scan(false);
+    if (AtEnd()) return;
+  }
+  if (Type() == htString) {
+    store(value.Empty() ? ShareText(FTokenizer.Name()) : value + FTokenizer.Name());
+    Scan(false);
+  } else if (Type() == htIdent) {
+    const std::u16string_view first = FTokenizer.Name();
+    Scan(false);
+    if (endsValue() && value.Empty()) return store(ShareText(first));
+    FCollected.assign(value.View()).append(first);
+    for (; !endsValue(); Scan(false)) FCollected.append(FTokenizer.Name());
+    store(ShareText(FCollected));
+  }
+}
+
+// Lower-cased unless it is a template expression, whose case counts.
+hstring THtmlParser::InternAttrName(std::u16string_view name) {
+  hstring lower;
+  if (!FCaseSensitive && name.find(u'{') == name.npos &&
+      std::any_of(name.begin(), name.end(), HtIsAsciiUpper)) {
+    lower = name;
+    vLower(lower);
+    name = lower;
+  }
+  if (name.size() > kMaxInternedName) return lower.Empty() ? hstring(name) : lower;
+  TObject* known;
+  if (!AttrList.Find(name.data(), static_cast<int32_t>(name.size()), known)) {
+    known = new THtStringRec(hstring(name));
+    AttrList.AddObject(known);
+  }
+  return static_cast<THtStringRec*>(known)->Value;
+}
+
+// Short texts of a document repeat (line ends between tags, class names): equal ones share their storage.
+hstring THtmlParser::ShareText(std::u16string_view text) {
+  if (text.empty() || text.size() > kMaxSharedText) return text;
+  if (FShared.empty()) FShared.resize(kSharedSlots);
+  const auto hash = static_cast<uint32_t>(text.front() * 31 + text.back() * 7 + text[text.size() / 2]) * 31 +
+                    static_cast<uint32_t>(text.size());
+  hstring& slot = FShared[(hash * 0x9E3779B1u) >> 24];
+  if (slot != text) slot = text;
+  return slot;
+}
+
+// A script or style is one item with its content and its end tag. Where the tokenizer did not take the content
+// as raw text, what it holds of text is put together.
+void THtmlParser::CollectRawElement() {
+  if (TagType == htIdent) {
+    TagType = FTagRec->Id == tgScript ? htScript : htStyle;
+    Value.Clear();
+  }
+  TagClosed = true;
+  FCollected.clear();
+  for (Scan(false); !AtEnd() && !HtSameAscii(FTokenizer.Name(), Tag); Scan(false))
+    if (Type() == htString || Type() == htScript || Type() == htStyle || Type() == htCData)
+      FCollected.append(FTokenizer.Name());
+  if (!FCollected.empty()) Value += FCollected;
+  while (!AtEnd() && Type() != htTagEnd) Scan(false);
+}
+
+// Runs once a document, on the first meta that names a charset.
+void THtmlParser::CheckMetaCharset() {
+  if (FEncodingProcessed) return;
+  const bool contentType = HtSameAscii(Attributes->GetAttribute(u"http-equiv"_hs), u"content-type");
+  hstring charset = Attributes->GetAttribute(contentType ? u"content"_hs : u"charset"_hs);
+  if (charset.Empty()) return;
+  hLower(charset);
+  FEncodingProcessed = true;
+  if (charset.View().find(u"utf-8") != std::u16string_view::npos) return ChangeEncoding(heUTF8, 0);
+  const int32_t codepage = ht::CharsettoCodepage(charset);
+  if (Encoding == heDefault && HtCodePageExists(codepage)) ReadTailAs(heANSI, codepage);
+}
+
+void THtmlParser::ChangeEncoding(THtmlEncoding encoding, int32_t codepage) {
+  if (encoding == Encoding || encoding != heUTF8) return;
+  static constexpr std::u16string_view kHeadEnd = u"</head>";
+  const std::u16string_view rest = FTokenizer.FParser.Rest();
+  const size_t headEnd = rest.find(kHeadEnd);
+  if (IsUTF8(rest.substr(headEnd == rest.npos ? 0 : headEnd)))
+    ReadTailAs(encoding, codepage);
+  else
+    Encoding = encoding;
+}
+
+// The unread text, and what was built of the text before it, is decoded anew from its bytes.
+void THtmlParser::ReadTailAs(THtmlEncoding encoding, int32_t codepage) {
+  TStringParser& scanner = FTokenizer.FParser;
+  scanner.Init(HtRecode(scanner.Rest(), encoding, codepage));
+  Encoding = encoding;
+  Codepage = codepage;
+  if (THtmlNode* parsed = Root ? Root : FTop) parsed->ChangeEncoding(encoding, codepage);
+}
+
+}  // namespace ht
