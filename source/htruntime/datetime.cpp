@@ -83,9 +83,9 @@ void HtDecodeDate(TDateTime value, int& year, int& month, int& day) {
   year = month = day = 0;
   const int64_t days = StampOf(value).Day;
   if (days == 0) return;
-  // A year has 365.2425 days, so this is the year or the one behind it.
-  year = static_cast<int>(days * 400 / 146097) + 1;
-  if (YearDays(year) >= days) --year;
+  // 400 years have 146097 days. Counted by their mean, the year is never ahead of the calendar, at most one behind.
+  year = static_cast<int>((days - 1) * 400 / 146097) + 1;
+  if (YearDays(year + 1) < days) ++year;
   int rest = static_cast<int>(days - YearDays(year));
   const auto& before = kDaysBefore[IsLeap(year)];
   month = 1;
