@@ -36,18 +36,16 @@ TEST(Entities, TableIsTheStandardsListInOrder) {
 
 TEST(Entities, EveryNameIsFound) {
   for (const THtmlEntity& row : HtEntityTable()) ASSERT_EQ(Find(row.Name), row.Value) << HtToUtf8(row.Name);
+  // clang-format off
   constexpr struct {
     std::u16string_view Name;
     uint32_t Value;
   } kCases[] = {
-      {u"amp", 38},      {u"AMP", 38},
-      {u"Amp", 0},       {u"bne", 61},
-      {u"zopf", 120171}, {u"eacute", 233},
-      {u"Eacute", 201},  {u"EACUTE", 0},
-      {u"amp;", 0},      {u"am", 0},
-      {u"", 0},          {u"lt", 60},
-      {u"Lt", 8810},     {u"CounterClockwiseContourIntegral", 8755},
+      {u"amp", 38}, {u"AMP", 38}, {u"Amp", 0}, {u"bne", 61}, {u"zopf", 120171}, {u"eacute", 233},
+      {u"Eacute", 201}, {u"EACUTE", 0}, {u"amp;", 0}, {u"am", 0}, {u"", 0}, {u"lt", 60}, {u"Lt", 8810},
+      {u"CounterClockwiseContourIntegral", 8755},
   };
+  // clang-format on
   for (const auto& c : kCases) EXPECT_EQ(Find(c.Name), c.Value) << HtToUtf8(c.Name);
 }
 

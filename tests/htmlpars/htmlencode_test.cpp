@@ -46,27 +46,18 @@ TEST(HtmlEncode, Forms) {
       {u"<p class=\"x\" id='y'>"_hs, u"&lt;p class=\"x\" id='y'&gt;",
        u"&lt;p class=&quot;x&quot; id='y'&gt;"},
       {hstring(u"\0\1\x8|\t\n\r|"_hs), u"&#0;&#1;&#8;|\t\n\r|", u"&#0;&#1;&#8;|&#9;\n\r|"},
-      {u"&amp;&&&&&&&&&&&&"_hs, u"&amp;amp;&amp;&amp;&amp;&amp;&amp;&amp;&amp;&amp;&amp;&amp;&amp;&amp;",
-       u"&amp;amp;&amp;&amp;&amp;&amp;&amp;&amp;&amp;&amp;&amp;&amp;&amp;&amp;"},
+      {u"&amp;&&&"_hs, u"&amp;amp;&amp;&amp;&amp;", u"&amp;amp;&amp;&amp;&amp;"},
       {u"\u00E9\u2019\u03B1\u0416"_hs, u"\u00E9\u2019\u03B1\u0416", u"\u00E9\u2019\u03B1\u0416"},
       {u"\u223C \u2190 \u02C6 \uFB01"_hs, u"&nvsim; &larr; &circ; &filig;", u"\u223C \u2190 \u02C6 \uFB01"},
       {u"\u20A0 \u4E2D\u6587 \uFFFF"_hs, u"\u20A0 \u4E2D\u6587 \uFFFF", u"\u20A0 \u4E2D\u6587 \uFFFF"},
       {u"x\U0001F600\U00010000\U0010FFFFy"_hs, u"x&#x01F600;&#x010000;&#x10FFFF;y",
        u"x\U0001F600\U00010000\U0010FFFFy"},
+      {u"\xD83D"_hs, u"\xD83D", u"\xD83D"},
+      {u"a\xD83D<"_hs, u"a\xD83D&lt;", u"a\xD83D&lt;"},
+      {u"\xDE00\xD83D\xD83D\xDE00"_hs, u"\xDE00\xD83D&#x01F600;", u"\xDE00\xD83D\xD83D\xDE00"},
   };
   for (const auto& c : kCases) ExpectForms(c.Text, c.InText, c.InAttr, c.InAttr);
   ExpectForms(u"a\u00A0b"_hs, u"a&nbsp;b", u"a&nbsp;b", u"a&#160;b");
-}
-
-TEST(HtmlEncode, UnpairedSurrogatesStandAsTheyAre) {
-  for (std::u16string_view text :
-       {u"\xD83D", u"\xDE00", u"a\xD83D<", u"\xDE00\xD83D&", u"\xD83D\xD83D\xDE00"}) {
-    std::u16string expected;
-    for (size_t i = 0; i < text.size(); ++i)
-      expected += text[i] == u'<' ? u"&lt;" : text[i] == u'&' ? u"&amp;" : std::u16string(1, text[i]);
-    if (text.size() == 3 && text[2] == 0xDE00) expected = u"\xD83D&#x01F600;";
-    EXPECT_EQ(HtmlEncode(hstring(text)), expected);
-  }
 }
 
 // Every unit at every place of a block, against the rule for one unit.
