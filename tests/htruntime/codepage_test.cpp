@@ -152,14 +152,6 @@ TEST(CodePage, TablesAreBuiltOnceOnManyThreads) {
   for (std::thread& thread : threads) thread.join();
 }
 
-TEST(CodePage, TextOfAFile) {
-  const std::pair<std::string, std::u16string_view> kRows[] = {
-      {"\xEF\xBB\xBFж", u"ж"}, {"\xFF\xFE\x36\x04", u"ж"},        {"\xFE\xFF\x04\x36", u"ж"},
-      {"\xFF\xFE", u""},       {"\xFF\xFE\x36\x04!", u"ж\xFFFD"}, {"", u""},
-  };
-  for (const auto& [bytes, text] : kRows) EXPECT_EQ(HtDecodeText(bytes), text);
-}
-
 // The start value is taken once in a process, so each row runs in one of its own.
 TEST(CodePageDeathTest, StartsWithTheEnvironment) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");

@@ -92,20 +92,11 @@ TEST(HString, CopiesLiveOnManyThreads) {
 }
 
 TEST(HString, Trim) {
-  struct TRow {
-    std::u16string_view text, both, left, right;
-  };
-  constexpr TRow kRows[] = {
-      {u" \t a b \r\n", u"a b", u"a b \r\n", u" \t a b"},
-      {u" \x01\x20", u"", u"", u""},
-      {u"\xA0x\xA0", u"\xA0x\xA0", u"\xA0x\xA0", u"\xA0x\xA0"},
-      {u"", u"", u"", u""},
-  };
-  for (const TRow& row : kRows) {
-    EXPECT_EQ(HtTrim(row.text), row.both);
-    EXPECT_EQ(HtTrimLeft(row.text), row.left);
-    EXPECT_EQ(HtTrimRight(row.text), row.right);
-  }
+  EXPECT_EQ(HtTrim(u" \t a b \r\n"), u"a b");
+  EXPECT_EQ(HtTrimLeft(u" \x01 a "), u"a ");
+  EXPECT_EQ(HtTrimRight(u" a \x20\x1F"), u" a");
+  EXPECT_EQ(HtTrim(u" \x01\x20"), u"");
+  EXPECT_EQ(HtTrim(u"\xA0x\xA0"), u"\xA0x\xA0");
 }
 
 }  // namespace

@@ -99,15 +99,5 @@ TEST(List, IndexErrorsNameTheIndex) {
     }
 }
 
-TEST(List, EndsOfAnEmptyList) {
-  TList list;
-  EXPECT_EQ(list.FirstItem(), nullptr);
-  EXPECT_EQ(list.LastItem(), nullptr);
-  for (int i = 0; i < 1000; ++i) list.Add(TLetterList::At('z'));
-  list.Add(nullptr);
-  EXPECT_EQ(list.FirstItem(), TLetterList::At('z'));
-  EXPECT_EQ(list.IndexOf(nullptr), 1000);
-}
-
 }  // namespace
 }  // namespace ht

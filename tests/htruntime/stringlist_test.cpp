@@ -149,16 +149,13 @@ TEST(StringList, NamesAndValues) {
 }
 
 TEST(StringList, TextInLines) {
+  // clang-format off
   const std::pair<std::u16string_view, std::u16string_view> kRows[] = {
-      {u"", u""},
-      {u"a", u"a"},
-      {u"a\r\n", u"a"},
-      {u"a\r\n\r\nb", u"a||b"},
-      {u"a\nb\rc\r\n", u"a|b|c"},
-      {u"\n\r", u"|"},
-      {u"a\r\r\nb", u"a||b"},
-      {std::u16string_view(u"x\0y\n", 4), std::u16string_view(u"x\0y", 3)},
+      {u"", u""},                        {u"a", u"a"},                      {u"a\r\n", u"a"},
+      {u"a\r\n\r\nb", u"a||b"},          {u"a\nb\rc\r\n", u"a|b|c"},        {u"\n\r", u"|"},
+      {u"a\r\r\nb", u"a||b"},            {std::u16string_view(u"x\0y\n", 4), std::u16string_view(u"x\0y", 3)},
   };
+  // clang-format on
   for (const auto& [text, lines] : kRows) {
     TStringList list;
     list.Add(u"old");
@@ -179,6 +176,7 @@ TEST(StringList, FilesInEveryEncoding) {
   const std::pair<std::string, std::u16string_view> kRows[] = {
       {"\xEF\xBB\xBF\xD0\x96\r\nz", u"Ж|z"},
       {std::string("\xFF\xFE\x16\x04\n\0z\0", 8), u"Ж|z"},
+      {std::string("\xFF\xFE\x16\x04\n\0z", 7), u"Ж|\xFFFD"},
       {std::string("\xFE\xFF\x04\x16\0\n\0z", 8), u"Ж|z"},
       {"\xC6\nz", u"Ж|z"},
   };
