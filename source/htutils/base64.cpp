@@ -60,7 +60,7 @@ constexpr uint8_t kNoDigit = 64;
 constexpr std::array<uint8_t, 128> kDigits = [] {
   std::array<uint8_t, 128> digits{};
   digits.fill(kNoDigit);
-  for (uint8_t i = 0; i < 64; ++i) digits[static_cast<size_t>(kAlphabet[i])] = i;
+  for (uint8_t i = 0; i < 64; ++i) digits[static_cast<uint8_t>(kAlphabet[i])] = i;
   return digits;
 }();
 

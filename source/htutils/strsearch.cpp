@@ -124,7 +124,7 @@ std::u16string_view Q_StrTok(std::u16string_view& text, std::u16string_view deli
 
 hstring Q_StrTok(hstring& text, std::u16string_view delimiters, bool removeDelimiters) {
   std::u16string_view rest = text;
-  const hstring token = Q_StrTok(rest, delimiters, removeDelimiters);
+  hstring token = Q_StrTok(rest, delimiters, removeDelimiters);
   if (rest.size() != text.Size()) text = hstring(rest);
   return token;
 }
