@@ -46,10 +46,13 @@ hstring THtAttributes::GetAttribute(const hstring& name) const {
 }
 
 void THtAttributes::InsertAt(int32_t index, THtAttribute attribute) {
-  if (static_cast<size_t>(Count) == List.size()) List.emplace_back();
-  const auto at = List.begin() + index;
-  std::move_backward(at, List.begin() + Count, List.begin() + Count + 1);
-  *at = std::move(attribute);
+  if (static_cast<size_t>(Count) == List.size()) {
+    List.insert(List.begin() + index, std::move(attribute));
+  } else {
+    const auto at = List.begin() + index;
+    std::move_backward(at, List.begin() + Count, List.begin() + Count + 1);
+    *at = std::move(attribute);
+  }
   ++Count;
 }
 

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "htruntime/arena.h"
 #include "htruntime/hstring.h"
 
 namespace ht {
@@ -21,10 +22,12 @@ struct THtAttribute {
 /// regard to case. Indexes count from 0 and are not checked.
 class THtAttributes {
  public:
+  HT_POOLED
+
   bool CaseSensitive = false;
   /// The attributes in use. List may be longer: Clear leaves its entries for reuse.
   int32_t Count = 0;
-  std::vector<THtAttribute> List;
+  std::vector<THtAttribute, THtPoolAllocator<THtAttribute>> List;
 
   /// Inserts at the sorted position, without a look for an entry of the same name.
   void Add(hstring name, hstring value);

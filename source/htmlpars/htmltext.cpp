@@ -30,7 +30,10 @@ hstring THtmlNode::GetInnerText() {
   if (HasNoText(TagType)) return {};
   hstring text = FTagId == tgBr ? hstring(kLineEnd) : FTagId == tgA || FTagId == tgImg ? hstring() : FContent;
   if (FTagId == tgNoscript) return text;
-  if (GetCount() > 0) {
+  if (GetCount() == 1 && text.Empty()) {
+    TTreeDepthGuard guard;
+    text = static_cast<THtmlNode*>(FirstChild())->GetInnerText();
+  } else if (GetCount() > 0) {
     TTreeDepthGuard guard;
     TFastString builder(1024);
     builder.Add(text);

@@ -69,11 +69,7 @@ const THtNodeClass* THtNode::GetElementClass(const hstring& tag, THtNode* root) 
 }
 
 void THtNode::SetTag(const hstring& tag) {
-  FTag = tag;
-  hstring lower = tag;
-  hLower(lower);
-  FTagHash = RSHash(lower.Data(), lower.Length());
-  FTagId = HtFindTagId(tag, FTagHash);
+  AssignTag(THtTagRec(tag));
 }
 
 // An interned tag: nothing is computed.

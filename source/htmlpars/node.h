@@ -72,6 +72,8 @@ class THtNode : public TObject {
   const THtNodeClass* NodeClass() const { return static_cast<const THtNodeClass*>(ClassType()); }
   const TClass* ClassType() const override { return Class(); }
 
+  HT_POOLED
+
   THtNode() = default;
   ~THtNode() override;
 

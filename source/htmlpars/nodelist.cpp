@@ -15,11 +15,9 @@ bool THtNodeListEnumerator::MoveNext() {
 
 THtNode* THtNodeListEnumerator::GetCurrent() const { return FList->GetNode(FIndex); }
 
-// The count stands at 1 during construction, so that an interface taken meanwhile cannot free the list.
+// No interface is taken during construction, so the count may start at 0.
 THtNodeList::THtNodeList(bool ownsNodes, bool refCounted)
-    : THtObjectList(ownsNodes), FRefCounted(refCounted) {
-  FRefCount.fetch_sub(1, std::memory_order_relaxed);
-}
+    : THtObjectList(ownsNodes, FPlaces, kPlaces), FRefCounted(refCounted) {}
 
 void THtNodeList::Free() {
   if (FRefCount.load(std::memory_order_relaxed) != 0) throw EInvalidPointer(ClassName());

@@ -3,6 +3,7 @@
 #include <atomic>
 
 #include "htmlpars/sorttype.h"
+#include "htruntime/arena.h"
 #include "htruntime/interface.h"
 #include "htutils/objectlist.h"
 
@@ -64,6 +65,8 @@ class THtNodeList final : public THtObjectList, public IHtNodeList {
   HT_CLASS(THtNodeList, THtObjectList)
 
  public:
+  HT_POOLED
+
   THtNodeList(bool ownsNodes, bool refCounted);
   /// Frees a list that was made by `new` and is not held by references. Raises EInvalidPointer with the class
   /// name, and frees nothing, while it is still referenced.
@@ -159,8 +162,12 @@ class THtNodeList final : public THtObjectList, public IHtNodeList {
  private:
   friend class THtNode;
 
-  std::atomic<int32_t> FRefCount{1};
+  // Most elements have no more children than this, and so need no second block.
+  static constexpr int32_t kPlaces = 3;
+
+  std::atomic<int32_t> FRefCount{0};
   bool FRefCounted;
+  void* FPlaces[kPlaces];
 
   void Relink(int32_t index);
   int32_t IndexFromEnd(const THtNode* node) const;

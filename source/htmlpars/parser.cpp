@@ -25,6 +25,7 @@ THtmlParser::THtmlParser(hstring text, bool xmlMode)
     : TagList(255, true, HtNameOffset(&THtStringRec::Value), nullptr),
       AttrList(511, true, HtNameOffset(&THtStringRec::Value), nullptr),
       IncorrectStack(false),
+      FArena(4 * text.Size()),
       FTokenizer(std::move(text), xmlMode, xmlMode, &TagList),
       FXMLMode(xmlMode) {
   if (!xmlMode) FTokenizer.Intern(u"*");
@@ -51,14 +52,15 @@ bool THtmlParser::NextItem() {
   FTagRec = nullptr;
   TagClosed = IsCloseTag = false;
   if (!SeekItem()) return false;
+  StartPos = FTokenizer.Offset(FTokenizer.FStart);
   if (FTagRec) {
     if (!ReadAttributes()) return false;
+    StartPos = FTokenizer.Offset(FTokenizer.FStart);
     if (!FXMLMode && !IsCloseTag) {
       if ((FTagRec->Id == tgScript || FTagRec->Id == tgStyle) && !TagClosed) CollectRawElement();
       if (FTagRec->Id == tgMeta && Attributes && !IgnoreMetaEncoding) CheckMetaCharset();
     }
   }
-  StartPos = FTokenizer.FToken.StartPos;
   return true;
 }
 
@@ -91,14 +93,9 @@ bool THtmlParser::ReadTagName() {
   if (IsCloseTag) Scan(false);
   if (AtEnd() || Type() != htIdent) return IsCloseTag = false;
 
-  const std::u16string_view name = FTokenizer.Name();
-  if (!FCaseSensitive && std::any_of(name.begin(), name.end(), HtIsAsciiUpper)) {
-    hstring lower = name;
-    vLower(lower);
-    FTagRec = FTokenizer.Intern(lower);
-  } else {
-    FTagRec = FTokenizer.FTagRec ? FTokenizer.FTagRec : FTokenizer.Intern(name);
-  }
+  FTagRec = FTokenizer.FTagRec;
+  if (!FTagRec || (!FCaseSensitive && !FTagRec->IsLower))
+    FTagRec = FCaseSensitive ? FTokenizer.Intern(FTokenizer.Name()) : FTokenizer.InternLower(FTokenizer.Name());
   Tag = FTagRec->Value;
   TagType = htIdent;
   return true;
@@ -107,7 +104,11 @@ bool THtmlParser::ReadTagName() {
 // False when the tag is cut off by the end of the input.
 bool THtmlParser::ReadAttributes() {
   FParsed.clear();
-  Scan(false);
+  const auto next = [this] {
+    FTokenizer.SkipSpace();
+    Scan(false);
+  };
+  next();
   for (bool inTag = true; inTag;) {
     if (AtEnd()) return false;
     switch (Type()) {
@@ -140,68 +141,76 @@ bool THtmlParser::ReadAttributes() {
 }
 
 void THtmlParser::SkipBetween(bool valueExpected) {
-  do Scan(valueExpected);
-  while (!AtEnd() && (Type() == htSpace || Type() == htComment || Type() == htDirective));
+  do {
+    FTokenizer.SkipSpace();
+    Scan(valueExpected);
+  } while (!AtEnd() && (Type() == htSpace || Type() == htComment || Type() == htDirective));
 }
 
 // Leaves the token behind the attribute in hand.
 void THtmlParser::ReadAttribute() {
-  FAttrname = InternAttrName(FTokenizer.Name());
+  hstring name = InternAttrName(FTokenizer.Name());
+  hstring value;
   SkipBetween(false);
   if (AtEnd()) return;
-  if (Type() != htEq) {
-    FParsed.push_back({{FAttrname, FAttrname}, true});
-    return;
+  const bool bare = Type() != htEq;
+  if (bare) {
+    value = name;
+  } else {
+    SkipBetween(true);
+    if (AtEnd()) return;
+    if (FXMLMode && Type() != htString)
+      throw EHtmlParserException(HtFormat(u"Attribute %s value expected but %s found. Line %d position %d", name,
+                                          FTokenizer.Name(), FTokenizer.FParser.Line(), FTokenizer.FParser.Pos()));
+    if (!ReadAttributeValue(value)) return;
   }
-  SkipBetween(true);
-  if (AtEnd()) return;
-  if (FXMLMode && Type() != htString)
-    throw EHtmlParserException(HtFormat(u"Attribute %s value expected but %s found. Line %d position %d",
-                                        FAttrname, FTokenizer.Name(), FTokenizer.FParser.Line(),
-                                        FTokenizer.FParser.Pos()));
-  ReadAttributeValue();
+  FParsed.push_back({{std::move(name), std::move(value)}, bare});
 }
 
-void THtmlParser::ReadAttributeValue() {
-  const auto store = [this](hstring value) { FParsed.push_back({{FAttrname, std::move(value)}, false}); };
+// False when there is none: the attribute is dropped.
+bool THtmlParser::ReadAttributeValue(hstring& value) {
   const auto endsValue = [this] {
     return AtEnd() || Type() == htSpace || Type() == htTagEnd || Type() == htScript || Type() == htStyle;
   };
-  hstring value;
-  if (Type() == htTagClose) {
-    value = u"/"_hs;
-    Scan(false);
-    if (AtEnd()) return;
-  }
+  const bool slash = Type() == htTagClose;
+  if (slash) Scan(false);
   if (Type() == htString) {
-    store(value.Empty() ? ShareText(FTokenizer.Name()) : value + FTokenizer.Name());
+    value = slash ? u"/"_hs + FTokenizer.Name() : ShareText(FTokenizer.Name());
+    FTokenizer.SkipSpace();
     Scan(false);
-  } else if (Type() == htIdent) {
-    const std::u16string_view first = FTokenizer.Name();
-    Scan(false);
-    if (endsValue() && value.Empty()) return store(ShareText(first));
-    FCollected.assign(value.View()).append(first);
-    for (; !endsValue(); Scan(false)) FCollected.append(FTokenizer.Name());
-    store(ShareText(FCollected));
+    return true;
   }
+  if (Type() != htIdent) return false;
+  // A name is a piece of the source, so it outlives the next token.
+  const std::u16string_view first = FTokenizer.Name();
+  Scan(false);
+  if (endsValue() && !slash) {
+    value = ShareText(first);
+    return true;
+  }
+  FCollected.assign(slash ? u"/" : u"").append(first);
+  for (; !endsValue(); Scan(false)) FCollected.append(FTokenizer.Name());
+  value = ShareText(FCollected);
+  return true;
 }
 
 // Lower-cased unless it is a template expression, whose case counts.
 hstring THtmlParser::InternAttrName(std::u16string_view name) {
+  if (const THtStringRec* recent = FAttrCache.Find(name)) return recent->Value;
   hstring lower;
-  if (!FCaseSensitive && name.find(u'{') == name.npos &&
-      std::any_of(name.begin(), name.end(), HtIsAsciiUpper)) {
+  if (!FCaseSensitive && std::any_of(name.begin(), name.end(), HtIsAsciiUpper) && name.find(u'{') == name.npos) {
     lower = name;
     vLower(lower);
     name = lower;
   }
   if (name.size() > kMaxInternedName) return lower.Empty() ? hstring(name) : lower;
-  TObject* known;
-  if (!AttrList.Find(name.data(), static_cast<int32_t>(name.size()), known)) {
-    known = new THtStringRec(hstring(name));
-    AttrList.AddObject(known);
+  TObject* rec;
+  if (!AttrList.Find(name.data(), static_cast<int32_t>(name.size()), rec)) {
+    rec = new THtStringRec(hstring(name));
+    AttrList.AddObject(rec);
   }
-  return static_cast<THtStringRec*>(known)->Value;
+  FAttrCache.Store(static_cast<THtStringRec*>(rec));
+  return static_cast<THtStringRec*>(rec)->Value;
 }
 
 // Short texts of a document repeat (line ends between tags, class names): equal ones share their storage.
@@ -211,7 +220,7 @@ hstring THtmlParser::ShareText(std::u16string_view text) {
   const auto hash = static_cast<uint32_t>(text.front() * 31 + text.back() * 7 + text[text.size() / 2]) * 31 +
                     static_cast<uint32_t>(text.size());
   hstring& slot = FShared[(hash * 0x9E3779B1u) >> 24];
-  if (slot != text) slot = text;
+  if (slot.Size() != text.size() || !HtSameShortText(slot.Data(), text.data(), text.size())) slot = text;
   return slot;
 }
 

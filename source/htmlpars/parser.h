@@ -7,6 +7,7 @@
 #include "htmlpars/encoding.h"
 #include "htmlpars/parserexception.h"
 #include "htmlpars/tokenizer.h"
+#include "htruntime/arena.h"
 #include "htutils/objectlist.h"
 
 namespace ht {
@@ -84,6 +85,10 @@ class THtmlParser {
   const THtTagRec& TagRec() const { return *FTagRec; }
 
  private:
+  // What the builder makes meanwhile lies together. A node with its share of lists and attributes takes about four
+  // times the text that it stands for.
+  THtArena FArena;
+
   bool Scan(bool valueExpected) { return FTokenizer.Scan(valueExpected); }
   THTMLTokenType Type() const { return FTokenizer.FToken.CType; }
   bool AtEnd() const { return FTokenizer.FAtEnd; }
@@ -94,17 +99,14 @@ class THtmlParser {
   void CompleteItem(THTMLTokenType type);
   bool ReadAttributes();
   void ReadAttribute();
-  void ReadAttributeValue();
+  bool ReadAttributeValue(hstring& value);
   void SkipBetween(bool valueExpected);
-  void StoreAttribute(bool bare);
   hstring InternAttrName(std::u16string_view name);
   hstring ShareText(std::u16string_view text);
   void CollectRawElement();
   void CheckMetaCharset();
   void ReadTailAs(THtmlEncoding encoding, int32_t codepage);
 
-  hstring FAttrname;
-  hstring FAttrvalue;
   THTMLTokenizer FTokenizer;
   bool FXMLMode;
   bool FEncodingProcessed = false;
@@ -113,6 +115,7 @@ class THtmlParser {
   std::vector<THtAttributes::TParsed> FParsed;
   std::u16string FCollected;
   std::vector<hstring> FShared;
+  THtNameCache<THtStringRec> FAttrCache;
 };
 
 }  // namespace ht

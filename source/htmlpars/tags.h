@@ -46,7 +46,9 @@ using THtTagSet = TSet<THtTagId>;
 
 /// The identifier of a tag, compared exactly. `rsHash` is RSHash of the tag in ASCII lower case.
 THtTagId HtFindTagId(std::u16string_view tag, uint32_t rsHash);
-THtTagId HtFindTagId(std::u16string_view tag);
+THtTagId HtFindTagId(const hstring& tag);
+/// The name of a known tag, for any but tgNone and tgOther: one text for all documents, without a count.
+hstring HtTagName(THtTagId id);
 
 /// Elements without content.
 constexpr THtTagSet kVoidTags{tgBr, tgImg, tgLink, tgCol, tgHr, tgFrame, tgInput, tgMeta, tgWbr};

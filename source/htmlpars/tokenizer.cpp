@@ -51,50 +51,69 @@ THtTagRec::THtTagRec(hstring value) : THtStringRec(std::move(value)) {
   hLower(lower);
   Hash = RSHash(lower.Data(), lower.Length());
   Id = HtFindTagId(Value, Hash);
+  IsLower = lower == Value;
+  if (Id > tgOther) Value = HtTagName(Id);
 }
 
 THTMLTokenizer::THTMLTokenizer(hstring text, bool caseSensitive, bool xmlMode, THtObjectDictionary* tagList)
     : FParser(std::move(text)), FCaseSensitive(caseSensitive), FXMLMode(xmlMode), FTagList(tagList) {}
 
 const THtTagRec* THTMLTokenizer::Intern(std::u16string_view name) {
-  TObject* known;
-  if (FTagList->Find(name.data(), static_cast<int32_t>(name.size()), known))
-    return static_cast<THtTagRec*>(known);
-  auto* rec = new THtTagRec(hstring(name));
-  FTagList->AddObject(rec);
-  return rec;
+  if (const THtTagRec* recent = FTagCache.Find(name)) return recent;
+  TObject* rec;
+  if (!FTagList->Find(name.data(), static_cast<int32_t>(name.size()), rec)) {
+    rec = new THtTagRec(hstring(name));
+    FTagList->AddObject(rec);
+  }
+  FTagCache.Store(static_cast<THtTagRec*>(rec));
+  return static_cast<THtTagRec*>(rec);
+}
+
+// The record of the name with its ASCII letters in lower case.
+const THtTagRec* THTMLTokenizer::InternLower(std::u16string_view name) {
+  const THtTagRec* recent = FTagCache.Find(name);
+  if (recent && recent->IsLower) return recent;
+  if (std::none_of(name.begin(), name.end(), HtIsAsciiUpper)) return Intern(name);
+  FScratch.assign(name);
+  std::transform(name.begin(), name.end(), FScratch.begin(), HtAsciiLower);
+  return Intern(FScratch);
 }
 
 bool THTMLTokenizer::NextToken(bool valueExpected) {
   const bool more = Scan(valueExpected);
-  if (!FAtEnd) FToken.Name = FTagRec ? FTagRec->Value : hstring(FName);
+  FToken.StartPos = Offset(FStart);
+  if (FAtEnd) return more;
+  FToken.EndPos = Offset(FParser.p);
+  FToken.Name = FTagRec ? FTagRec->Value : hstring(FName);
   return more;
 }
 
 bool THTMLTokenizer::Scan(bool valueExpected) {
   const char16_t*& p = FParser.p;
-  FToken.StartPos = Offset();
+  FStart = p;
   FTagRec = nullptr;
-  if (!valueExpected && FInTag)
+  if (!FInTag) {
+    if (*p == u'<')
+      ReadOpener();
+    else if (FParser.Empty())
+      FAtEnd = true;
+    else
+      ReadText(p);
+    return !FAtEnd;
+  }
+  if (!valueExpected)
     while (*p == u'"' || *p == u'\'') ++p;
-  if (FParser.Empty()) {
-    FAtEnd = true;
-    return false;
-  }
-  if (!FInTag && *p != u'<') {
-    ReadText(p);
-    FToken.EndPos = Offset();
-    return true;
-  }
   switch (ClassInTag(*p)) {
-    case ccOther: ReadIdent(); break;
+    case ccOther:
+      FAtEnd = FParser.Empty();
+      if (!FAtEnd) ReadIdent();
+      return !FAtEnd;
     case ccName: FToken.CType == htTagStart ? ReadTag() : ReadIdent(); break;
     case ccSpace: {
       const char16_t* start = p;
       FParser.SkipBlanks();
       FToken.CType = htSpace;
       if (p - start > 1) SetName(start, p);
-      FToken.EndPos = Offset();
       return !FParser.Empty();
     }
     case ccQuote: ReadString(); break;
@@ -110,8 +129,11 @@ bool THTMLTokenizer::Scan(bool valueExpected) {
       Next2(htEq);
       break;
   }
-  FToken.EndPos = Offset();
   return true;
+}
+
+void THTMLTokenizer::SkipSpace() {
+  if (ClassInTag(*FParser.p) == ccSpace) FParser.SkipBlanks();
 }
 
 void THTMLTokenizer::ReadOpener() {
@@ -149,15 +171,9 @@ void THTMLTokenizer::ReadTagEnd() {
 void THTMLTokenizer::ReadTag() {
   const char16_t*& p = FParser.p;
   const char16_t* start = p;
-  bool capitals = false;
-  for (; *p >= 65 || ClassInTag(*p) == ccName || IsInnerSlash(p); ++p) capitals |= HtIsAsciiUpper(*p);
-  std::u16string_view name(start, static_cast<size_t>(p - start));
-  if (capitals && !FCaseSensitive) {
-    FScratch.resize(name.size());
-    std::transform(name.begin(), name.end(), FScratch.begin(), HtAsciiLower);
-    name = FScratch;
-  }
-  FTagRec = Intern(name);
+  while (*p >= 65 || ClassInTag(*p) == ccName || IsInnerSlash(p)) ++p;
+  const std::u16string_view name(start, static_cast<size_t>(p - start));
+  FTagRec = FCaseSensitive ? Intern(name) : InternLower(name);
   FName = FTagName = FTagRec->Value;
   FToken.CType = htIdent;
 }

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "htdictionary/objectdictionary.h"
+#include "htmlpars/namecache.h"
 #include "htmlpars/stringparser.h"
 #include "htmlpars/tags.h"
 #include "htmlpars/tokentype.h"
@@ -28,6 +29,7 @@ class THtTagRec : public THtStringRec {
 
   uint32_t Hash;  // RSHash of the lower-cased name
   THtTagId Id;
+  bool IsLower;
 };
 
 /// One token of markup text. Positions count UTF-16 units from 0 in the current text; EndPos is behind the end.
@@ -68,7 +70,10 @@ class THTMLTokenizer {
     FName = {start, static_cast<size_t>(end - start)};
   }
   const THtTagRec* Intern(std::u16string_view name);
-  int32_t Offset() const { return FParser.Pos() - 1; }
+  const THtTagRec* InternLower(std::u16string_view name);
+  int32_t Offset(const char16_t* at) const { return FParser.Pos() - 1 - static_cast<int32_t>(FParser.p - at); }
+  /// Passes over a space token.
+  void SkipSpace();
   bool AtRest(std::u16string_view text) const { return FParser.Rest().starts_with(text); }
 
   void ReadOpener();
@@ -98,7 +103,9 @@ class THTMLTokenizer {
   bool FAtEnd = false;
   bool FXMLMode;
   THtObjectDictionary* FTagList;
+  THtNameCache<THtTagRec> FTagCache;
 
+  const char16_t* FStart = nullptr;  // of the token
   std::u16string_view FName;
   const THtTagRec* FTagRec = nullptr;  // of the token, when ReadTag made it
   std::u16string FScratch;             // text with character references is put together here

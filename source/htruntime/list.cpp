@@ -10,7 +10,9 @@
 
 namespace ht {
 
-TList::~TList() { std::free(FItems); }
+TList::~TList() {
+  if (!FInPlace) std::free(FItems);
+}
 
 void TList::RaiseIndex(int32_t index) { throw EListError(HtFormat(u"List index out of bounds (%d)", index)); }
 
@@ -19,13 +21,17 @@ void TList::Notify(void*, TAction) {}
 void TList::SetCapacity(int32_t capacity) {
   if (capacity < 0) RaiseIndex(capacity);
   if (capacity == FCapacity) return;
+  void** old = FInPlace ? nullptr : FItems;
+  void** items = nullptr;
   if (capacity == 0) {
-    std::free(std::exchange(FItems, nullptr));
+    std::free(old);
   } else {
-    void* items = std::realloc(FItems, static_cast<size_t>(capacity) * sizeof(void*));
+    items = static_cast<void**>(std::realloc(old, static_cast<size_t>(capacity) * sizeof(void*)));
     if (!items) throw std::bad_alloc();
-    FItems = static_cast<void**>(items);
+    if (FInPlace) std::copy_n(FItems, std::min(FCount, capacity), items);
   }
+  FItems = items;
+  FInPlace = false;
   FCapacity = capacity;
   FCount = std::min(FCount, capacity);
 }

@@ -50,6 +50,9 @@ class TList : public TObject {
   void* const* Items() const { return FItems; }
 
  protected:
+  /// For a list with room for its first entries in itself: `place` lives as long as the list.
+  TList(void** place, int32_t capacity) : FItems(place), FCapacity(capacity), FInPlace(true) {}
+
   enum TAction { laAdded, laExtracted, laDeleted };
 
   /// Told of every entry that comes or goes.
@@ -68,6 +71,9 @@ class TList : public TObject {
   void** FItems = nullptr;
   int32_t FCount = 0;
   int32_t FCapacity = 0;
+
+ private:
+  bool FInPlace = false;  // FItems is not from the heap
 };
 
 }  // namespace ht
