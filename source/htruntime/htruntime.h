@@ -12,6 +12,7 @@
 #include "htruntime/format.h"
 #include "htruntime/hstring.h"
 #include "htruntime/interface.h"
+#include "htruntime/latin1.h"
 #include "htruntime/list.h"
 #include "htruntime/mainthread.h"
 #include "htruntime/numformat.h"
