@@ -98,7 +98,7 @@ class THtIdDictionary : public TObject {
       if (FOwnsItems) delete static_cast<TItem*>(item);
   }
   void DisposeAll() {
-    if (!FOwnsItems) return;
+    if (!FOwnsItems || GetCount() == 0) return;
     for (int32_t i = 0, slot; (slot = FSlots.NextSlot(i)) >= 0;) Dispose(FSlots.ValueAt(slot));
   }
 };

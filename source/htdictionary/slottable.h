@@ -1,8 +1,13 @@
 #pragma once
 
+#include <bit>
 #include <cstdint>
 #include <cstdlib>
 #include <memory>
+
+#ifdef __SSE2__
+#include <emmintrin.h>
+#endif
 
 namespace ht {
 
@@ -45,14 +50,36 @@ class THtSlotTable {
 
   /// `matches(value)` tells entries of equal hash apart.
   template <class TMatches>
-  int32_t Find(uint32_t hash, TMatches matches) const {
-    uint32_t slot = hash;
-    for (uint32_t distance = 1;; ++distance) {
-      slot = (slot + 1) & FMask;
+  int32_t Find(uint32_t hash, const TMatches& matches) const {
+    uint32_t slot = (hash + 1) & FMask;
+#ifdef __SSE2__
+    // Most entries are at home. Taken by guess, this branch lets the load of the pointer go ahead of the key's.
+    if (FKeys[slot] == hash && matches(FValues[slot])) [[likely]]
+      return static_cast<int32_t>(slot);
+    // Then four slots a step: how far a search goes is chance, and a loop that ends by chance costs a missed branch.
+    const __m128i hashes = _mm_set1_epi32(static_cast<int32_t>(hash));
+    const __m128i homes = _mm_set1_epi32(static_cast<int32_t>(hash + 1));
+    const __m128i masks = _mm_set1_epi32(static_cast<int32_t>(FMask));
+    __m128i distances = _mm_setr_epi32(1, 2, 3, 4);
+    for (; slot + 4 <= FMask; slot += 4) {
+      const __m128i keys = _mm_loadu_si128(reinterpret_cast<const __m128i*>(FKeys + slot));
+      for (uint32_t found = Lanes(_mm_cmpeq_epi32(keys, hashes)); found; found &= found - 1) {
+        const uint32_t at = slot + static_cast<uint32_t>(std::countr_zero(found));
+        if (matches(FValues[at])) return static_cast<int32_t>(at);
+      }
+      // An entry is closer to home when its home lies 1 to `distance` slots behind ours.
+      const __m128i behind = _mm_and_si128(_mm_sub_epi32(keys, homes), masks);
+      const uint32_t closer = Lanes(_mm_cmpgt_epi32(distances, behind));
+      if (closer) return ~static_cast<int32_t>(slot + static_cast<uint32_t>(std::countr_zero(closer)));
+      distances = _mm_add_epi32(distances, _mm_set1_epi32(4));
+    }
+#endif
+    for (uint32_t distance = (slot - hash) & FMask;; ++distance) {
       const uint32_t key = FKeys[slot];
       // The slot whose index is the hash itself is reached last; it can only be empty, whatever its key says.
       if (key == hash && distance <= FMask && matches(FValues[slot])) return static_cast<int32_t>(slot);
       if (distance > Displacement(slot, key)) return ~static_cast<int32_t>(slot);
+      slot = (slot + 1) & FMask;
     }
   }
 
@@ -82,10 +109,10 @@ class THtSlotTable {
   /// Empties the table, handing each pointer to `dispose`, and fits it to `capacity`.
   template <class TDispose>
   void Clear(int32_t capacity, TDispose dispose) {
-    FCount = 0;
-    for (uint32_t slot = 0; slot <= FMask; ++slot) {
+    for (uint32_t slot = 0; FCount > 0; ++slot) {
       if (!IsLive(slot)) continue;
       FKeys[slot] = slot;
+      --FCount;
       dispose(FValues[slot]);
     }
     SetCapacity(capacity);
@@ -105,6 +132,9 @@ class THtSlotTable {
     void operator()(void* block) const { std::free(block); }
   };
 
+#ifdef __SSE2__
+  static uint32_t Lanes(__m128i bits) { return static_cast<uint32_t>(_mm_movemask_ps(_mm_castsi128_ps(bits))); }
+#endif
   uint32_t Displacement(uint32_t slot, uint32_t key) const { return (slot - key) & FMask; }
 
   // Carries the entry along: each slot takes what the one before it held, up to the first empty one.

@@ -104,6 +104,16 @@ class THtStringKeyed : public TBase {
     return reinterpret_cast<const THtTextSlice*>(field - offsetof(THtTextSlice, Chars))->View();
   }
   int32_t AddItem(TItem* item) { return Add(KeyOf(item), item); }
+  /// Add of what `make()` gives, which is called only when the text is absent.
+  template <class TMake>
+  int32_t AddNew(std::u16string_view text, TMake make) {
+    this->FSlots.GrowIfFull();
+    const uint32_t hash = Hash(text);
+    const int32_t place = FindHashed(hash, text);
+    if (place >= 0) return ~place;
+    TItem* item = make();
+    return this->FSlots.Insert(place, hash, item);
+  }
 
  private:
   static std::u16string_view View(const char16_t* chars, int32_t length) {
