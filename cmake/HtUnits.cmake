@@ -146,7 +146,9 @@ function(ht_library)
       $<LINK_ONLY:$<BUILD_INTERFACE:${target}>>
       $<LINK_ONLY:$<INSTALL_INTERFACE:$<TARGET_NAME_IF_EXISTS:${target}>>>)
   endforeach()
-  include(HtInstall)
+  if(PROJECT_IS_TOP_LEVEL)
+    include(HtInstall)
+  endif()
 endfunction()
 
 # --- programs and hosts -----------------------------------------------------------------------------
