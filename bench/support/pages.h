@@ -19,7 +19,8 @@ inline std::string GeneratePage(size_t bytes) {
   std::string page =
       "<!DOCTYPE html>\n<html>\n<head>\n<meta charset=\"utf-8\">\n<title>Manual</title>\n</head>\n<body>\n";
   const auto words = [&](unsigned count) {
-    for (unsigned i = 0; i < count; ++i) page.append(i ? " " : "").append(kWords[below(unsigned{std::size(kWords)})]);
+    for (unsigned i = 0; i < count; ++i)
+      page.append(i ? " " : "").append(kWords[below(unsigned{std::size(kWords)})]);
   };
   for (unsigned section = 0; page.size() < bytes; ++section) {
     const std::string id = std::to_string(section);

@@ -46,9 +46,10 @@ hstring THtAttributes::GetAttribute(const hstring& name) const {
 }
 
 void THtAttributes::InsertAt(int32_t index, THtAttribute attribute) {
-  if (static_cast<size_t>(Count) == List.size()) {
-    List.insert(List.begin() + index, std::move(attribute));
+  if (static_cast<size_t>(Count) == List.size() && index == Count) {
+    List.push_back(std::move(attribute));
   } else {
+    if (static_cast<size_t>(Count) == List.size()) List.emplace_back();
     const auto at = List.begin() + index;
     std::move_backward(at, List.begin() + Count, List.begin() + Count + 1);
     *at = std::move(attribute);
@@ -85,8 +86,8 @@ void THtAttributes::ClearAttr(const hstring& name) {
 }
 
 void THtAttributes::Merge(TParsed& parsed) {
-  int32_t index;
-  if (!Find(parsed.Attribute.Name, index))
+  int32_t index = 0;
+  if (Count == 0 || !Find(parsed.Attribute.Name, index))
     InsertAt(index, std::move(parsed.Attribute));
   else if (parsed.Bare)
     SetValue(index, parsed.Attribute.Value);
@@ -94,8 +95,8 @@ void THtAttributes::Merge(TParsed& parsed) {
 
 void THtAttributes::AddParsed(std::vector<TParsed>& batch) {
   constexpr size_t kMergeOneByOne = 64;  // above this, moving entries costs more than one sort
+  List.reserve(static_cast<size_t>(Count) + batch.size());
   if (batch.size() <= kMergeOneByOne || Count > 0) {
-    List.reserve(static_cast<size_t>(Count) + batch.size());
     for (TParsed& parsed : batch) Merge(parsed);
     return;
   }

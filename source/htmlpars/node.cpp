@@ -68,9 +68,7 @@ const THtNodeClass* THtNode::GetElementClass(const hstring& tag, THtNode* root) 
   return NodeClass();
 }
 
-void THtNode::SetTag(const hstring& tag) {
-  AssignTag(THtTagRec(tag));
-}
+void THtNode::SetTag(const hstring& tag) { AssignTag(THtTagRec(tag)); }
 
 // An interned tag: nothing is computed.
 void THtNode::AssignTag(const THtTagRec& rec) {

@@ -1,10 +1,12 @@
 #include "htmlpars/parser.h"
 
 #include <algorithm>
+#include <bit>
 
 #include "htdictionary/fieldoffset.h"
 #include "htmlpars/htmlnode.h"
 #include "htmlpars/lower.h"
+#include "htmlpars/textscan.h"
 #include "htruntime/codepage.h"
 #include "htruntime/format.h"
 
@@ -15,8 +17,8 @@ namespace {
 // A UTF-8 byte-order mark whose bytes became characters: through code page 1251, and one to one.
 constexpr std::u16string_view kUtf8Marks[] = {u"\u043F\u00BB\u0457", u"\u00EF\u00BB\u00BF"};
 
-constexpr size_t kSharedSlots = 256;
-constexpr size_t kMaxSharedText = 24;
+constexpr size_t kMaxSharedSlots = 1024;
+constexpr size_t kMaxSharedText = 32;
 constexpr size_t kMaxInternedName = 15;
 
 }  // namespace
@@ -30,6 +32,7 @@ THtmlParser::THtmlParser(hstring text, bool xmlMode)
       FXMLMode(xmlMode) {
   if (!xmlMode) FTokenizer.Intern(u"*");
   TStringParser& scanner = FTokenizer.FParser;
+  FShared.resize(std::bit_ceil(std::clamp<size_t>(scanner.Rest().size() / 64, 16, kMaxSharedSlots)));
   scanner.SkipBlanks();
   for (std::u16string_view mark : kUtf8Marks) {
     if (scanner.Rest().size() <= mark.size() || !scanner.Rest().starts_with(mark)) continue;
@@ -46,12 +49,14 @@ bool THtmlParser::NextItem() {
     RepeatCurrent = false;
     return true;
   }
-  Scan(true);
   if (Attributes) Attributes->Clear();
   Tag.Clear();
   FTagRec = nullptr;
   TagClosed = IsCloseTag = false;
-  if (!SeekItem()) return false;
+  if (!ReadPlainTagName()) {
+    Scan(true);
+    if (!SeekItem()) return false;
+  }
   StartPos = FTokenizer.Offset(FTokenizer.FStart);
   if (FTagRec) {
     if (!ReadAttributes()) return false;
@@ -61,6 +66,23 @@ bool THtmlParser::NextItem() {
       if (FTagRec->Id == tgMeta && Attributes && !IgnoreMetaEncoding) CheckMetaCharset();
     }
   }
+  return true;
+}
+
+// A tag whose name is plain ASCII, with a blank or ">" behind it, is taken straight from the text. False, with nothing
+// read, for anything else.
+bool THtmlParser::ReadPlainTagName() {
+  TStringParser& scanner = FTokenizer.FParser;
+  const char16_t* p = scanner.p;
+  if (FTokenizer.FInTag || *p != u'<') return false;
+  const bool close = p[1] == u'/';
+  const char16_t* name = p + (close ? 2 : 1);
+  if (!HtIsAsciiLetter(*name)) return false;
+  const char16_t* end = THTMLTokenizer::SkipNameChars(name);
+  if (*end != u'>' && *end != u' ' && *end != u'\n') return false;
+  scanner.p = end;
+  IsCloseTag = close;
+  SetTag(FTokenizer.BeginTag({name, static_cast<size_t>(end - name)}, close));
   return true;
 }
 
@@ -93,22 +115,21 @@ bool THtmlParser::ReadTagName() {
   if (IsCloseTag) Scan(false);
   if (AtEnd() || Type() != htIdent) return IsCloseTag = false;
 
-  FTagRec = FTokenizer.FTagRec;
-  if (!FTagRec || (!FCaseSensitive && !FTagRec->IsLower))
-    FTagRec = FCaseSensitive ? FTokenizer.Intern(FTokenizer.Name()) : FTokenizer.InternLower(FTokenizer.Name());
+  SetTag(FTokenizer.FTagRec ? FTokenizer.FTagRec : FTokenizer.InternTag(FTokenizer.Name()));
+  return true;
+}
+
+void THtmlParser::SetTag(const THtTagRec* rec) {
+  FTagRec = !FCaseSensitive && !rec->IsLower ? FTokenizer.InternLower(rec->Value) : rec;
   Tag = FTagRec->Value;
   TagType = htIdent;
-  return true;
 }
 
 // False when the tag is cut off by the end of the input.
 bool THtmlParser::ReadAttributes() {
   FParsed.clear();
-  const auto next = [this] {
-    FTokenizer.SkipSpace();
-    Scan(false);
-  };
-  next();
+  if (!IsCloseTag) ReadPlainAttributes();
+  Scan(false);
   for (bool inTag = true; inTag;) {
     if (AtEnd()) return false;
     switch (Type()) {
@@ -140,6 +161,25 @@ bool THtmlParser::ReadAttributes() {
   return true;
 }
 
+// The usual run of name="value" is read straight from the text. At whatever is not that, a character reference too, the
+// cursor stays, and the tokens go on from there.
+void THtmlParser::ReadPlainAttributes() {
+  TStringParser& scanner = FTokenizer.FParser;
+  for (;;) {
+    FTokenizer.SkipSpace();
+    const char16_t* name = scanner.p;
+    const char16_t* nameEnd = THTMLTokenizer::SkipNameChars(name);
+    if (nameEnd == name || nameEnd[0] != u'=' || (nameEnd[1] != u'"' && nameEnd[1] != u'\'')) return;
+    const char16_t* value = nameEnd + 2;
+    const char16_t* valueEnd = HtFindEither(value, scanner.pend, nameEnd[1], u'&');
+    if (*valueEnd != nameEnd[1]) return;
+    scanner.p = valueEnd + 1;
+    FParsed.push_back({{InternAttrName({name, static_cast<size_t>(nameEnd - name)}),
+                        ShareText({value, static_cast<size_t>(valueEnd - value)})},
+                       false});
+  }
+}
+
 void THtmlParser::SkipBetween(bool valueExpected) {
   do {
     FTokenizer.SkipSpace();
@@ -160,8 +200,9 @@ void THtmlParser::ReadAttribute() {
     SkipBetween(true);
     if (AtEnd()) return;
     if (FXMLMode && Type() != htString)
-      throw EHtmlParserException(HtFormat(u"Attribute %s value expected but %s found. Line %d position %d", name,
-                                          FTokenizer.Name(), FTokenizer.FParser.Line(), FTokenizer.FParser.Pos()));
+      throw EHtmlParserException(HtFormat(u"Attribute %s value expected but %s found. Line %d position %d",
+                                          name, FTokenizer.Name(), FTokenizer.FParser.Line(),
+                                          FTokenizer.FParser.Pos()));
     if (!ReadAttributeValue(value)) return;
   }
   FParsed.push_back({{std::move(name), std::move(value)}, bare});
@@ -198,7 +239,8 @@ bool THtmlParser::ReadAttributeValue(hstring& value) {
 hstring THtmlParser::InternAttrName(std::u16string_view name) {
   if (const THtStringRec* recent = FAttrCache.Find(name)) return recent->Value;
   hstring lower;
-  if (!FCaseSensitive && std::any_of(name.begin(), name.end(), HtIsAsciiUpper) && name.find(u'{') == name.npos) {
+  if (!FCaseSensitive && std::any_of(name.begin(), name.end(), HtIsAsciiUpper) &&
+      name.find(u'{') == name.npos) {
     lower = name;
     vLower(lower);
     name = lower;
@@ -215,12 +257,12 @@ hstring THtmlParser::InternAttrName(std::u16string_view name) {
 
 // Short texts of a document repeat (line ends between tags, class names): equal ones share their storage.
 hstring THtmlParser::ShareText(std::u16string_view text) {
-  if (text.empty() || text.size() > kMaxSharedText) return text;
-  if (FShared.empty()) FShared.resize(kSharedSlots);
+  if (text.empty() || text.size() > kMaxSharedText) return FArena.NewText(text);
   const auto hash = static_cast<uint32_t>(text.front() * 31 + text.back() * 7 + text[text.size() / 2]) * 31 +
                     static_cast<uint32_t>(text.size());
-  hstring& slot = FShared[(hash * 0x9E3779B1u) >> 24];
-  if (slot.Size() != text.size() || !HtSameShortText(slot.Data(), text.data(), text.size())) slot = text;
+  hstring& slot = FShared[(hash * 0x9E3779B1u >> 22) & (FShared.size() - 1)];
+  if (slot.Size() != text.size() || !HtSameShortText(slot.Data(), text.data(), text.size()))
+    slot = FArena.NewText(text);
   return slot;
 }
 

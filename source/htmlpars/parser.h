@@ -93,11 +93,12 @@ class THtmlParser {
   THTMLTokenType Type() const { return FTokenizer.FToken.CType; }
   bool AtEnd() const { return FTokenizer.FAtEnd; }
 
+  bool ReadPlainTagName();
   bool SeekItem();
   bool ReadTagName();
   void SetTag(const THtTagRec* rec);
-  void CompleteItem(THTMLTokenType type);
   bool ReadAttributes();
+  void ReadPlainAttributes();
   void ReadAttribute();
   bool ReadAttributeValue(hstring& value);
   void SkipBetween(bool valueExpected);

@@ -19,11 +19,10 @@ struct TTagName {
   constexpr std::u16string_view View() const { return {Units, static_cast<size_t>(Header.Length)}; }
 };
 
-constexpr TTagName kTagNames[tgCount] = {
-    {u""},
-    {u""},
+constexpr TTagName kTagNames[tgCount] = {{u""},
+                                         {u""},
 #define HT_TAG_NAME(id, name) {u"" name},
-    HT_TAG_LIST(HT_TAG_NAME)
+                                         HT_TAG_LIST(HT_TAG_NAME)
 #undef HT_TAG_NAME
 };
 

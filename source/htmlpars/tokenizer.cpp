@@ -136,6 +136,19 @@ void THTMLTokenizer::SkipSpace() {
   if (ClassInTag(*FParser.p) == ccSpace) FParser.SkipBlanks();
 }
 
+const THtTagRec* THTMLTokenizer::BeginTag(std::u16string_view name, bool close) {
+  const THtTagRec* rec = InternTag(name);
+  FInTag = true;
+  FTagName = close ? std::u16string_view() : rec->Value.View();
+  FToken.CType = htIdent;
+  return rec;
+}
+
+const char16_t* THTMLTokenizer::SkipNameChars(const char16_t* p) {
+  while (ClassInTag(*p) == ccName) ++p;
+  return p;
+}
+
 void THTMLTokenizer::ReadOpener() {
   const char16_t* p = FParser.p;
   if (p[1] == u'!') {
@@ -172,8 +185,7 @@ void THTMLTokenizer::ReadTag() {
   const char16_t*& p = FParser.p;
   const char16_t* start = p;
   while (*p >= 65 || ClassInTag(*p) == ccName || IsInnerSlash(p)) ++p;
-  const std::u16string_view name(start, static_cast<size_t>(p - start));
-  FTagRec = FCaseSensitive ? Intern(name) : InternLower(name);
+  FTagRec = InternTag({start, static_cast<size_t>(p - start)});
   FName = FTagName = FTagRec->Value;
   FToken.CType = htIdent;
 }

@@ -71,9 +71,18 @@ class THTMLTokenizer {
   }
   const THtTagRec* Intern(std::u16string_view name);
   const THtTagRec* InternLower(std::u16string_view name);
-  int32_t Offset(const char16_t* at) const { return FParser.Pos() - 1 - static_cast<int32_t>(FParser.p - at); }
+  int32_t Offset(const char16_t* at) const {
+    return FParser.Pos() - 1 - static_cast<int32_t>(FParser.p - at);
+  }
   /// Passes over a space token.
   void SkipSpace();
+  const THtTagRec* InternTag(std::u16string_view name) {
+    return FCaseSensitive ? Intern(name) : InternLower(name);
+  }
+  /// As if "<" (or "</") and the name had been scanned.
+  const THtTagRec* BeginTag(std::u16string_view name, bool close);
+  /// The end of a run of ASCII name characters inside a tag.
+  static const char16_t* SkipNameChars(const char16_t* p);
   bool AtRest(std::u16string_view text) const { return FParser.Rest().starts_with(text); }
 
   void ReadOpener();

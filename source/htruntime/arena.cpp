@@ -1,14 +1,12 @@
 #include "htruntime/arena.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstdlib>
 #include <new>
 
 #if defined(__linux__)
 #include <sys/mman.h>
-#endif
-#if __has_include(<sys/single_threaded.h>)
-#include <sys/single_threaded.h>
 #endif
 
 namespace ht {
@@ -16,12 +14,13 @@ namespace ht {
 namespace {
 
 constexpr size_t kAlign = 16;
-constexpr size_t kHeader = 8;  // the block of an object, or null, stands right before it
-constexpr size_t kMinBlock = 2048;
+constexpr size_t kSmallestBlock = 2048;
 constexpr size_t kHugePage = size_t{2} << 20;
+constexpr size_t kLargestObject = kHugePage / 8;
+constexpr size_t kLongestText = 128;  // in units; a longer one has a heap block of its own
 constexpr int64_t kReserve = int64_t{1} << 40;
 
-// Each object on its own, so that the sanitizer sees where it ends and when it dies.
+// With a sanitizer each object stands alone, so that it is seen where the object ends and when it dies.
 #if defined(__SANITIZE_ADDRESS__)
 constexpr bool kSeparate = true;
 #elif defined(__has_feature)
@@ -34,12 +33,11 @@ constexpr bool kSeparate = false;
 constexpr bool kSeparate = false;
 #endif
 
-constexpr size_t RoundUp(size_t bytes, size_t to) { return (bytes + to - 1) / to * to; }
-
-template <class T>
-T*& HeaderOf(void* object) {
-  return static_cast<T**>(object)[-1];
+constexpr size_t TextBlockFor(size_t expectedBytes) {
+  return std::bit_ceil(std::clamp<size_t>(expectedBytes / 2048, 1024, 65536));
 }
+
+constexpr size_t RoundUp(size_t bytes, size_t to) { return (bytes + to - 1) / to * to; }
 
 // Fresh pages cost more than what is written into them, so a large block is one huge page where the system has them.
 void* MapHugePage() {
@@ -59,19 +57,10 @@ void* MapHugePage() {
 
 }  // namespace
 
-thread_local THtArena* THtArena::FCurrent = nullptr;
+THtBlockChain::THtBlockChain(size_t firstBlock, size_t largestBlock, size_t alignment)
+    : FAlignment(alignment), FBlockSize(firstBlock), FLargestBlock(largestBlock) {}
 
-THtArena::THtArena(size_t expectedBytes)
-    : FBlockSize(std::clamp(RoundUp(expectedBytes, kMinBlock), kMinBlock, kHugePage)), FOuter(FCurrent) {
-  FCurrent = this;
-}
-
-THtArena::~THtArena() {
-  CloseBlock();
-  FCurrent = FOuter;
-}
-
-THtArena::TBlock* THtArena::NewBlock(size_t bytes) {
+THtBlockChain::TBlock* THtBlockChain::NewBlock(size_t bytes) {
   if (bytes == kHugePage)
     if (void* page = MapHugePage()) return new (page) TBlock{{kReserve}, kHugePage};
   void* memory = std::malloc(bytes);
@@ -79,16 +68,14 @@ THtArena::TBlock* THtArena::NewBlock(size_t bytes) {
   return new (memory) TBlock{{kReserve}, 0};
 }
 
-void THtArena::Release(TBlock* block, int64_t objects) noexcept {
-#if __has_include(<sys/single_threaded.h>)
-  if (__libc_single_threaded) {
+void THtBlockChain::Release(TBlock* block, int64_t objects) noexcept {
+  if (HT_SINGLE_THREADED) {
     const int64_t left = block->Living.load(std::memory_order_relaxed) - objects;
     block->Living.store(left, std::memory_order_relaxed);
     if (left > 0) return;
-  } else
-#endif
-      if (block->Living.fetch_sub(objects, std::memory_order_acq_rel) > objects)
+  } else if (block->Living.fetch_sub(objects, std::memory_order_acq_rel) > objects) {
     return;
+  }
 #if defined(__linux__)
   if (block->Mapped) {
     munmap(static_cast<void*>(block), block->Mapped);
@@ -99,48 +86,53 @@ void THtArena::Release(TBlock* block, int64_t objects) noexcept {
 }
 
 // The reserve stands for all objects that the block may still get, so that cutting one off counts nothing shared.
-void THtArena::CloseBlock() noexcept {
+void THtBlockChain::CloseBlock() noexcept {
   if (FBlock) Release(FBlock, kReserve - FObjects);
   FBlock = nullptr;
+  FNext = FEnd = nullptr;
 }
 
-void* THtArena::AllocateInNewBlock(size_t bytes) {
-  constexpr size_t kStart = RoundUp(sizeof(TBlock) + kHeader, kAlign) - kHeader;
-  const size_t size = std::max(FBlockSize, kStart + RoundUp(kHeader + bytes, kAlign));
+void* THtBlockChain::AllocateInNewBlock(size_t bytes) {
+  const size_t start = RoundUp(sizeof(TBlock) + kHeader, FAlignment) - kHeader;
+  const size_t size = std::max(FBlockSize, start + RoundUp(kHeader + bytes, FAlignment));
   CloseBlock();
-  FNext = FEnd = nullptr;
   FBlock = NewBlock(size);
   FObjects = 0;
-  FNext = reinterpret_cast<char*>(FBlock) + kStart;
+  FNext = reinterpret_cast<char*>(FBlock) + start;
   FEnd = reinterpret_cast<char*>(FBlock) + size;
-  FBlockSize = std::min(FBlockSize * 2, kHugePage);
+  FBlockSize = std::min(FBlockSize * 2, FLargestBlock);
   return Allocate(bytes);
 }
 
-void* THtArena::Allocate(size_t bytes) {
-  const size_t taken = RoundUp(kHeader + bytes, kAlign);
-  if (static_cast<size_t>(FEnd - FNext) < taken) return AllocateInNewBlock(bytes);
-  void* object = FNext + kHeader;
-  HeaderOf<TBlock>(object) = FBlock;
-  FNext += taken;
-  ++FObjects;
-  return object;
+thread_local THtArena* THtArena::FCurrent = nullptr;
+
+THtArena::THtArena(size_t expectedBytes)
+    : FObjects(std::clamp(RoundUp(expectedBytes, kSmallestBlock), kSmallestBlock, kHugePage), kHugePage,
+               kAlign),
+      FTexts(TextBlockFor(expectedBytes), TextBlockFor(expectedBytes), alignof(THtStringHeader*)),
+      FOuter(FCurrent) {
+  FCurrent = this;
+}
+
+hstring THtArena::NewText(std::u16string_view text) {
+  if (text.empty() || text.size() > kLongestText || kSeparate) return text;
+  return hstring::InPool(FTexts.Allocate(hstring::BytesFor(text.size())), text);
 }
 
 void* HtPoolAllocate(size_t bytes) {
   THtArena* arena = THtArena::FCurrent;
-  if (arena && !kSeparate && bytes <= kHugePage / 8) return arena->Allocate(bytes);
+  if (arena && !kSeparate && bytes <= kLargestObject) return arena->FObjects.Allocate(bytes);
   auto* memory = static_cast<char*>(std::malloc(kAlign + bytes));
   if (!memory) throw std::bad_alloc();
   void* object = memory + kAlign;
-  HeaderOf<THtArena::TBlock>(object) = nullptr;
+  static_cast<void**>(object)[-1] = nullptr;
   return object;
 }
 
 void HtPoolFree(void* object) noexcept {
   if (!object) return;
-  if (THtArena::TBlock* block = HeaderOf<THtArena::TBlock>(object))
-    THtArena::Release(block, 1);
+  if (static_cast<void**>(object)[-1])
+    THtBlockChain::Free(object);
   else
     std::free(static_cast<char*>(object) - kAlign);
 }

@@ -4,57 +4,97 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "htruntime/hstring.h"
+
 namespace ht {
 
-/// Memory for the many small objects that one parse makes: they are cut from a few large blocks, one behind the
-/// other, and a block is released when the last object in it is freed.
-///
-///   THtArena arena(expectedBytes);           // in force on this thread until it is destroyed
-///   auto* node = new THtmlNode;              // classes that use HtPoolAllocate take their memory from it
-///   …
-///   delete node;                             // any time later, on any thread
-///
-/// Objects outlive the arena. Without an arena in force HtPoolAllocate is malloc. Arenas nest; they are destroyed in
-/// the reverse order of their creation, on the thread that made them. An object that outlives the rest of its parse
-/// keeps its block; that is why texts, which are often kept, are not taken from here.
-class THtArena {
+/// Memory cut from blocks, one object behind the other. A block is released when the last object in it is freed; the
+/// objects outlive the chain. Allocating belongs to one thread, freeing may happen on any.
+class THtBlockChain {
  public:
-  explicit THtArena(size_t expectedBytes);
-  ~THtArena();
-  THtArena(const THtArena&) = delete;
-  THtArena& operator=(const THtArena&) = delete;
+  /// The first block has `firstBlock` bytes, each further one twice as many, up to `largestBlock`.
+  THtBlockChain(size_t firstBlock, size_t largestBlock, size_t alignment);
+  ~THtBlockChain() { CloseBlock(); }
+  THtBlockChain(const THtBlockChain&) = delete;
+  THtBlockChain& operator=(const THtBlockChain&) = delete;
+
+  /// Raises std::bad_alloc.
+  void* Allocate(size_t bytes) {
+    const size_t taken = (kHeader + bytes + FAlignment - 1) & ~(FAlignment - 1);
+    if (static_cast<size_t>(FEnd - FNext) < taken) [[unlikely]]
+      return AllocateInNewBlock(bytes);
+    void* object = FNext + kHeader;
+    static_cast<TBlock**>(object)[-1] = FBlock;
+    FNext += taken;
+    ++FObjects;
+    return object;
+  }
+  /// Frees what Allocate of any chain gave.
+  static void Free(void* object) noexcept { Release(BlockOf(object), 1); }
 
  private:
-  friend void* HtPoolAllocate(size_t bytes);
-  friend void HtPoolFree(void* object) noexcept;
+  friend class THtArena;
 
   struct TBlock {
-    std::atomic<int64_t> Living;  // objects, and the arena's own reserve while it fills the block
+    std::atomic<int64_t> Living;  // objects, and the chain's own reserve while it fills the block
     size_t Mapped;                // bytes mapped, 0 for a block from malloc
   };
 
-  void* Allocate(size_t bytes);
+  static constexpr size_t kHeader = sizeof(TBlock*);  // an object's block stands right before it
+
+  static TBlock*& BlockOf(void* object) { return static_cast<TBlock**>(object)[-1]; }
   void* AllocateInNewBlock(size_t bytes);
   void CloseBlock() noexcept;
   static TBlock* NewBlock(size_t bytes);
   static void Release(TBlock* block, int64_t objects) noexcept;
 
-  static thread_local THtArena* FCurrent;
-
   char* FNext = nullptr;
   char* FEnd = nullptr;
   TBlock* FBlock = nullptr;
   int64_t FObjects = 0;  // allocated in FBlock
+  size_t FAlignment;
   size_t FBlockSize;
+  size_t FLargestBlock;
+};
+
+/// Memory for the many small objects and texts that one parse makes.
+///
+///   THtArena arena(expectedBytes);           // in force on this thread until it is destroyed
+///   auto* node = new THtmlNode;              // classes marked HT_POOLED take their memory from it
+///   hstring text = arena.NewText(u"…");
+///   …
+///   delete node;                             // any time later, on any thread
+///
+/// Arenas nest; they are destroyed in the reverse order of their creation, on the thread that made them. Objects lie in
+/// few large blocks, since they nearly always die together: one that outlives the others keeps its block. Texts are
+/// often kept, so theirs are small: a kept text keeps a two-thousandth of what the arena was made for, and 1 KB at least.
+class THtArena {
+ public:
+  /// `expectedBytes` is a guess at what all objects will take.
+  explicit THtArena(size_t expectedBytes);
+  ~THtArena() { FCurrent = FOuter; }
+  THtArena(const THtArena&) = delete;
+  THtArena& operator=(const THtArena&) = delete;
+
+  /// A text in the arena's blocks when it is short, else on the heap. It is used like any other.
+  hstring NewText(std::u16string_view text);
+
+ private:
+  friend void* HtPoolAllocate(size_t bytes);
+
+  static thread_local THtArena* FCurrent;
+
+  THtBlockChain FObjects;
+  THtBlockChain FTexts;
   THtArena* FOuter;
 };
 
-/// Memory for an object of a class that lives in trees, aligned to 16 bytes. Raises std::bad_alloc.
+/// Memory for an object, from the arena in force or else from malloc, aligned to 16 bytes. Raises std::bad_alloc.
 void* HtPoolAllocate(size_t bytes);
 /// Frees what HtPoolAllocate gave; null does nothing. Any thread.
 void HtPoolFree(void* object) noexcept;
 
-/// HtPoolAllocate for the containers of such classes.
+/// HtPoolAllocate for the containers of pooled classes.
 template <class T>
 struct THtPoolAllocator {
   using value_type = T;
@@ -68,9 +108,9 @@ struct THtPoolAllocator {
 };
 
 /// Stands in a class whose instances, and those of its descendants, come from HtPoolAllocate.
-#define HT_POOLED                                                                     \
-  static void* operator new(size_t bytes) { return ::ht::HtPoolAllocate(bytes); }     \
-  static void* operator new(size_t, void* place) noexcept { return place; }           \
+#define HT_POOLED                                                                 \
+  static void* operator new(size_t bytes) { return ::ht::HtPoolAllocate(bytes); } \
+  static void* operator new(size_t, void* place) noexcept { return place; }       \
   static void operator delete(void* object) noexcept { ::ht::HtPoolFree(object); }
 
 }  // namespace ht

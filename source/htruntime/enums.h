@@ -43,13 +43,13 @@ consteval int CountNames(std::string_view names) {
 ///   HtEnumOf<TFloat>().NameOf(fLeft);                 // u"fLeft"
 ///
 /// The values count from 0 without gaps.
-#define HT_ENUM(TName, TBase, ...)                                                     \
-  enum TName : TBase { __VA_ARGS__ };                                                  \
-  constexpr int HtEnumCount(TName) { return ::ht::detail::CountNames(#__VA_ARGS__); }  \
-  inline const ::ht::THtEnumInfo& HtEnumInfoOf(TName) {                                \
-    static const ::ht::THtEnumInfo kInfo(u"" #TName, u"" #__VA_ARGS__);                \
-    return kInfo;                                                                      \
-  }                                                                                    \
+#define HT_ENUM(TName, TBase, ...)                                                    \
+  enum TName : TBase { __VA_ARGS__ };                                                 \
+  constexpr int HtEnumCount(TName) { return ::ht::detail::CountNames(#__VA_ARGS__); } \
+  inline const ::ht::THtEnumInfo& HtEnumInfoOf(TName) {                               \
+    static const ::ht::THtEnumInfo kInfo(u"" #TName, u"" #__VA_ARGS__);               \
+    return kInfo;                                                                     \
+  }                                                                                   \
   static_assert(true)
 
 /// The names of an enumeration declared by HT_ENUM.

@@ -9,7 +9,8 @@ namespace ht {
 /// The base of every failure of the library: a message in UTF-16, and in UTF-8 through what().
 class EHtException : public std::runtime_error {
  public:
-  explicit EHtException(hstring message) : std::runtime_error(HtToUtf8(message)), Message(std::move(message)) {}
+  explicit EHtException(hstring message)
+      : std::runtime_error(HtToUtf8(message)), Message(std::move(message)) {}
 
   const hstring Message;
 };

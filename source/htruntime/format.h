@@ -17,7 +17,7 @@ class THtFormatArg {
   template <std::floating_point T>
   THtFormatArg(T value) : FKind(faFloat), FFloat(static_cast<double>(value)) {}
   template <class T>
-    requires std::convertible_to<const T&, std::u16string_view>
+    requires(std::convertible_to<const T&, std::u16string_view>)
   THtFormatArg(const T& text) : FKind(faText), FText(text) {}
 
   TKind Kind() const { return FKind; }

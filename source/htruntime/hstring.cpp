@@ -5,6 +5,8 @@
 #include <new>
 #include <stdexcept>
 
+#include "htruntime/arena.h"
+
 #if defined(__linux__)
 #include <sys/mman.h>
 #endif
@@ -12,8 +14,6 @@
 namespace ht {
 
 namespace {
-
-constexpr size_t BytesFor(size_t count) { return sizeof(THtStringHeader) + (count + 1) * sizeof(char16_t); }
 
 // The text of a whole document is read once from end to end: huge pages, where the system has them, save most of
 // what its fresh memory costs.
@@ -52,9 +52,28 @@ char16_t* hstring::NewCopy(const char16_t* units, size_t count) {
   return result;
 }
 
-void hstring::Free(char16_t* units) noexcept { std::free(reinterpret_cast<THtStringHeader*>(units) - 1); }
+void hstring::Free(char16_t* units) noexcept {
+  THtStringHeader* header = reinterpret_cast<THtStringHeader*>(units) - 1;
+  if (header->RefCount & kPooled)
+    THtBlockChain::Free(header);
+  else
+    std::free(header);
+}
 
-hstring::hstring(size_t count, char16_t unit) : hstring(Uninitialized(count)) { std::fill_n(FUnits, count, unit); }
+hstring hstring::InPool(void* memory, std::u16string_view text) noexcept {
+  auto* header = static_cast<THtStringHeader*>(memory);
+  header->RefCount = kPooled + 1;
+  header->Length = static_cast<int32_t>(text.size());
+  hstring result;
+  result.FUnits = reinterpret_cast<char16_t*>(header + 1);
+  std::memcpy(result.FUnits, text.data(), text.size() * sizeof(char16_t));
+  result.FUnits[text.size()] = 0;
+  return result;
+}
+
+hstring::hstring(size_t count, char16_t unit) : hstring(Uninitialized(count)) {
+  std::fill_n(FUnits, count, unit);
+}
 
 hstring hstring::Uninitialized(size_t count) {
   hstring result;
@@ -63,7 +82,8 @@ hstring hstring::Uninitialized(size_t count) {
 }
 
 char16_t* hstring::Unique() {
-  if (FUnits && std::atomic_ref<int32_t>(Header()->RefCount).load(std::memory_order_acquire) != 1)
+  if (FUnits &&
+      (std::atomic_ref<int32_t>(Header()->RefCount).load(std::memory_order_acquire) & ~kPooled) != 1)
     *this = hstring(View().data(), Size());
   return FUnits;
 }
@@ -71,7 +91,8 @@ char16_t* hstring::Unique() {
 void hstring::SetLength(size_t count) {
   if (count == 0) return Clear();
   if (count > kMaxLength) throw std::length_error("hstring: text too long");
-  const bool alone = FUnits && std::atomic_ref<int32_t>(Header()->RefCount).load(std::memory_order_acquire) == 1;
+  const bool alone =
+      FUnits && std::atomic_ref<int32_t>(Header()->RefCount).load(std::memory_order_acquire) == 1;
   if (!alone) {
     hstring copy = Uninitialized(count);
     std::memcpy(copy.FUnits, Data(), std::min(count, Size()) * sizeof(char16_t));

@@ -22,8 +22,9 @@ namespace ht {
 
 /// What stands in front of the units of every hstring.
 struct THtStringHeader {
-  int32_t RefCount;  // below 0: a literal, never counted nor freed
-  int32_t Length;    // in UTF-16 units, without the closing zero
+  int32_t
+      RefCount;    // below 0: a literal, never counted nor freed; kPooled and the count: in an arena's block
+  int32_t Length;  // in UTF-16 units, without the closing zero
 };
 
 /// The storage of a text literal: a header and its units, laid out like a counted text.
@@ -89,6 +90,13 @@ class hstring {
     return result;
   }
 
+  /// What a text of `count` units takes, header and closing zero included.
+  static constexpr size_t BytesFor(size_t count) {
+    return sizeof(THtStringHeader) + (count + 1) * sizeof(char16_t);
+  }
+  /// A text in memory of BytesFor(text.size()) that THtBlockChain gave. Used by THtArena.
+  static hstring InPool(void* memory, std::u16string_view text) noexcept;
+
   int32_t Length() const noexcept { return FUnits ? Header()->Length : 0; }
   size_t Size() const noexcept { return static_cast<size_t>(Length()); }
   bool Empty() const noexcept { return FUnits == nullptr; }
@@ -117,29 +125,27 @@ class hstring {
   friend bool operator==(const hstring& a, const hstring& b) noexcept {
     return a.FUnits == b.FUnits || SameUnits(a, b.View());
   }
-  friend std::strong_ordering operator<=>(const hstring& a, const hstring& b) noexcept { return a.View() <=> b.View(); }
+  friend std::strong_ordering operator<=>(const hstring& a, const hstring& b) noexcept {
+    return a.View() <=> b.View();
+  }
   template <class T>
     requires(!std::is_same_v<T, hstring> && std::is_convertible_v<const T&, std::u16string_view>)
-  friend bool operator==(const hstring& a, const T& b) noexcept {
-    return SameUnits(a, b);
-  }
+  friend bool operator==(const hstring& a, const T& b) noexcept { return SameUnits(a, b); }
 
   friend hstring operator+(const hstring& a, const hstring& b) { return Concat(a, b); }
   template <class T>
     requires(!std::is_same_v<T, hstring> && std::is_convertible_v<const T&, std::u16string_view>)
-  friend hstring operator+(const hstring& a, const T& b) {
-    return Concat(a, b);
-  }
+  friend hstring operator+(const hstring& a, const T& b) { return Concat(a, b); }
   template <class T>
     requires(!std::is_same_v<T, hstring> && std::is_convertible_v<const T&, std::u16string_view>)
-  friend hstring operator+(const T& a, const hstring& b) {
-    return Concat(a, b);
-  }
+  friend hstring operator+(const T& a, const hstring& b) { return Concat(a, b); }
 
   /// `a` followed by `b` in one allocation.
   static hstring Concat(std::u16string_view a, std::u16string_view b);
 
  private:
+  static constexpr int32_t kPooled = 0x40000000;
+
   char16_t* FUnits = nullptr;
 
   THtStringHeader* Header() const noexcept { return reinterpret_cast<THtStringHeader*>(FUnits) - 1; }
@@ -168,11 +174,11 @@ class hstring {
     // A count of 1 belongs to the caller alone, so the last release costs no locked instruction.
     const int32_t now = count.load(std::memory_order_acquire);
     if (now < 0) return;
-    if (now == 1)
+    if ((now & ~kPooled) == 1)
       Free(FUnits);
     else if (HT_SINGLE_THREADED)
       count.store(now - 1, std::memory_order_relaxed);
-    else if (count.fetch_sub(1, std::memory_order_acq_rel) == 1)
+    else if ((count.fetch_sub(1, std::memory_order_acq_rel) & ~kPooled) == 1)
       Free(FUnits);
   }
 };
@@ -193,7 +199,9 @@ std::string HtToUtf8(std::u16string_view text);
 int HtCompareStr(std::u16string_view a, std::u16string_view b) noexcept;
 /// Comparison that ignores case by Unicode's simple lower-case mapping; no locale is asked.
 int HtCompareText(std::u16string_view a, std::u16string_view b) noexcept;
-inline bool HtSameText(std::u16string_view a, std::u16string_view b) noexcept { return HtCompareText(a, b) == 0; }
+inline bool HtSameText(std::u16string_view a, std::u16string_view b) noexcept {
+  return HtCompareText(a, b) == 0;
+}
 
 /// The text without units of 32 and below at either end, or at one of them.
 std::u16string_view HtTrim(std::u16string_view text) noexcept;

@@ -3,6 +3,7 @@
 /// The runtime layer: text, class references, lists, streams, numbers and dates as text, code pages, the main
 /// thread, and the errors that they raise.
 
+#include "htruntime/arena.h"
 #include "htruntime/bytes.h"
 #include "htruntime/codepage.h"
 #include "htruntime/datetime.h"

@@ -36,7 +36,9 @@ void TList::SetCapacity(int32_t capacity) {
   FCount = std::min(FCount, capacity);
 }
 
-void TList::Grow() { SetCapacity(FCapacity < 4 ? 4 : FCapacity < 16 ? FCapacity * 2 : FCapacity + FCapacity / 4); }
+void TList::Grow() {
+  SetCapacity(FCapacity < 4 ? 4 : FCapacity < 16 ? FCapacity * 2 : FCapacity + FCapacity / 4);
+}
 
 void TList::RawInsert(int32_t index, void* item) {
   if (FCount == FCapacity) Grow();

@@ -74,14 +74,15 @@ class TClassOf final : public T::TClassRef {
 ///     …
 ///   };
 ///   const TClass* c = TLayoutNode::Class();
-#define HT_CLASS(TSelf, TBase)                                          \
- public:                                                                \
-  static const typename TBase::TClassRef* Class() {                     \
-    static constexpr ::ht::TClassOf<TSelf> kClass(u"" #TSelf, []() -> const ::ht::TClass* { return TBase::Class(); }); \
-    return &kClass;                                                     \
-  }                                                                     \
-  const ::ht::TClass* ClassType() const override { return Class(); }    \
-                                                                        \
+#define HT_CLASS(TSelf, TBase)                                                                             \
+ public:                                                                                                   \
+  static const typename TBase::TClassRef* Class() {                                                        \
+    static constexpr ::ht::TClassOf<TSelf> kClass(u"" #TSelf,                                              \
+                                                  []() -> const ::ht::TClass* { return TBase::Class(); }); \
+    return &kClass;                                                                                        \
+  }                                                                                                        \
+  const ::ht::TClass* ClassType() const override { return Class(); }                                       \
+                                                                                                           \
  private:
 
 }  // namespace ht

@@ -44,6 +44,9 @@ class THtObjectList : public TList {
   void Clear() override;
 
  protected:
+  THtObjectList(bool ownsObjects, void** place, int32_t capacity)
+      : TList(place, capacity), FOwnsObjects(ownsObjects) {}
+
   void Notify(void* item, TAction action) override;
 
  private:
