@@ -47,8 +47,9 @@ class THtVirtualStringDictionary : public THtPointerDictionary {
 };
 
 /// The NameOffset of a slice in a record.
-template <class T>
-intptr_t HtSliceOffset(THtTextSlice T::*slice) {
+template <class T, class TSlice>
+intptr_t HtSliceOffset(TSlice T::*slice) {
+  static_assert(std::is_same_v<std::remove_const_t<TSlice>, THtTextSlice>);
   return HtNameOffset(slice) + static_cast<intptr_t>(offsetof(THtTextSlice, Chars));
 }
 

@@ -133,7 +133,9 @@ class THtSlotTable {
   };
 
 #ifdef __SSE2__
-  static uint32_t Lanes(__m128i bits) { return static_cast<uint32_t>(_mm_movemask_ps(_mm_castsi128_ps(bits))); }
+  static uint32_t Lanes(__m128i bits) {
+    return static_cast<uint32_t>(_mm_movemask_ps(_mm_castsi128_ps(bits)));
+  }
 #endif
   uint32_t Displacement(uint32_t slot, uint32_t key) const { return (slot - key) & FMask; }
 

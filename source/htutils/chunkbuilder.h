@@ -113,7 +113,12 @@ class THtChunkBuilder : public TObject {
   size_t FBefore = 0;  // the lengths of all chunks before the current one
 
  private:
-  // One to four units by words; the halves of two and more may overlap.
+  // One to four units by words; the halves of two and more may overlap. GCC warns of the long branch when a
+  // caller hands in a short literal, before it drops that branch.
+#if defined(__GNUC__) && !defined(__clang__)
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wstringop-overread"
+#endif
   static void CopyUnits(TUnit* to, const TUnit* from, size_t count) {
     if (count > 4) {
       std::memcpy(to, from, count * sizeof(TUnit));
@@ -124,6 +129,9 @@ class THtChunkBuilder : public TObject {
       *to = *from;
     }
   }
+#if defined(__GNUC__) && !defined(__clang__)
+#pragma GCC diagnostic pop
+#endif
   void AppendToNewChunk(const TUnit* units, size_t count);
 
   const size_t FChunkSize;
