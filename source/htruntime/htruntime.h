@@ -19,6 +19,7 @@
 #include "htruntime/numformat.h"
 #include "htruntime/object.h"
 #include "htruntime/rounding.h"
+#include "htruntime/sharedarray.h"
 #include "htruntime/stream.h"
 #include "htruntime/stringlist.h"
 #include "htruntime/unicode.h"
