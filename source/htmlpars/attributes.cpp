@@ -45,7 +45,7 @@ hstring THtAttributes::GetAttribute(const hstring& name) const {
   return Find(name, index) ? GetValue(index) : hstring();
 }
 
-void THtAttributes::InsertAt(int32_t index, THtAttribute attribute) {
+void THtAttributes::InsertAt(int32_t index, THtAttribute&& attribute) {
   if (static_cast<size_t>(Count) == List.size() && index == Count) {
     List.push_back(std::move(attribute));
   } else {

@@ -70,7 +70,7 @@ class THtAttributes {
 
  private:
   int CompareNames(const hstring& a, const hstring& b) const;
-  void InsertAt(int32_t index, THtAttribute attribute);
+  void InsertAt(int32_t index, THtAttribute&& attribute);
   void Merge(TParsed& parsed);
 };
 

@@ -209,12 +209,12 @@ class THtNode : public TObject {
   // XPath: see xpath.h for the language. `current` is what the step "current" stands for; null means this node.
 
   /// The nodes found in document order, starting at this node whether or not the path begins with "/".
-  TIntf<IHtNodeList> XPath(const hstring& path, bool firstOnly, THtNode* current);
+  TIntf<IHtNodeList> XPath(const hstring& path, bool firstOnly = false, THtNode* current = nullptr);
   /// Calls `proc` for each node found. A path that begins with "/" starts at the root.
   void XPath(const hstring& path, const THtNodeProcRef& proc);
   /// The first value found: the text of a node or the value of an attribute. A path that begins with "/" starts
   /// at the root.
-  hstring XPathValue(const hstring& path, THtNode* current);
+  hstring XPathValue(const hstring& path, THtNode* current = nullptr);
   /// This node meets the conditions of the step.
   bool EvaluateCondition(const TXPathNode& step);
   /// The walk into a list, or, with a null list, into the processor's Value.

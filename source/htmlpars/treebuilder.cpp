@@ -31,6 +31,7 @@ constexpr THtTagSet kReopened{tgA,    tgB, tgBig,   tgCode,   tgEm,     tgFont, 
                               tgNobr, tgS, tgSmall, tgStrike, tgStrong, tgTt,   tgU};
 constexpr THtTagSet kClosedWithinTable{tgTr, tgTd, tgTh, tgP};
 
+constexpr THtTagSet kRepaired{tgTable, tgThead, tgTbody};
 constexpr THtTagSet kTable{tgTable};
 constexpr THtTagSet kRow{tgTr};
 
@@ -101,7 +102,7 @@ bool THtmlNode::ParseStartTag(THtmlParser& parser, THtNode*& result) {
       parser.TagClosed = true;
     } else {
       THtmlNode* child = nullptr;
-      if (RepairTable(parser, child)) {
+      if (kRepaired.Contains(FTagId) && RepairTable(parser, child)) {
         parser.RepeatCurrent = true;
         return Descend(child, parser, result);
       }
@@ -173,7 +174,6 @@ void THtmlNode::TakeItem(const THtmlParser& parser) {
 
 // A cell without a row, or a paragraph without a cell: the child to go on in.
 bool THtmlNode::RepairTable(THtmlParser& parser, THtmlNode*& child) {
-  if (FTagId != tgTable && FTagId != tgThead && FTagId != tgTbody) return false;
   const THtTagId id = parser.TagRec().Id;
   if (kCells.Contains(id)) {
     child = AddImplied(u"tr"_hs, parser);

@@ -16,7 +16,6 @@ namespace {
 constexpr size_t kAlign = 16;
 constexpr size_t kSmallestBlock = 2048;
 constexpr size_t kHugePage = size_t{2} << 20;
-constexpr size_t kLargestObject = kHugePage / 8;
 constexpr size_t kLongestText = 128;  // in units; a longer one has a heap block of its own
 constexpr int64_t kReserve = int64_t{1} << 40;
 
@@ -104,14 +103,14 @@ void* THtBlockChain::AllocateInNewBlock(size_t bytes) {
   return Allocate(bytes);
 }
 
-thread_local THtArena* THtArena::FCurrent = nullptr;
+constinit thread_local THtArena* THtArena::FCurrent = nullptr;
 
 THtArena::THtArena(size_t expectedBytes)
     : FObjects(std::clamp(RoundUp(expectedBytes, kSmallestBlock), kSmallestBlock, kHugePage), kHugePage,
                kAlign),
       FTexts(TextBlockFor(expectedBytes), TextBlockFor(expectedBytes), alignof(THtStringHeader*)),
       FOuter(FCurrent) {
-  FCurrent = this;
+  if (!kSeparate) FCurrent = this;
 }
 
 hstring THtArena::NewText(std::u16string_view text) {
@@ -119,9 +118,7 @@ hstring THtArena::NewText(std::u16string_view text) {
   return hstring::InPool(FTexts.Allocate(hstring::BytesFor(text.size())), text);
 }
 
-void* HtPoolAllocate(size_t bytes) {
-  THtArena* arena = THtArena::FCurrent;
-  if (arena && !kSeparate && bytes <= kLargestObject) return arena->FObjects.Allocate(bytes);
+void* detail::HeapAllocate(size_t bytes) {
   auto* memory = static_cast<char*>(std::malloc(kAlign + bytes));
   if (!memory) throw std::bad_alloc();
   void* object = memory + kAlign;

@@ -82,15 +82,24 @@ class THtArena {
  private:
   friend void* HtPoolAllocate(size_t bytes);
 
-  static thread_local THtArena* FCurrent;
+  static constexpr size_t kLargestObject = size_t{256} << 10;
+  static constinit thread_local THtArena* FCurrent;
 
   THtBlockChain FObjects;
   THtBlockChain FTexts;
   THtArena* FOuter;
 };
 
+namespace detail {
+void* HeapAllocate(size_t bytes);
+}
+
 /// Memory for an object, from the arena in force or else from malloc, aligned to 16 bytes. Raises std::bad_alloc.
-void* HtPoolAllocate(size_t bytes);
+inline void* HtPoolAllocate(size_t bytes) {
+  THtArena* arena = THtArena::FCurrent;
+  return arena && bytes <= THtArena::kLargestObject ? arena->FObjects.Allocate(bytes)
+                                                    : detail::HeapAllocate(bytes);
+}
 /// Frees what HtPoolAllocate gave; null does nothing. Any thread.
 void HtPoolFree(void* object) noexcept;
 
