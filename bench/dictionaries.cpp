@@ -11,10 +11,10 @@
 
 #include "htdictionary/htdictionary.h"
 
-#if __has_include(<absl/container/flat_hash_map.h>)
+#if HT_PEER_ABSL
 #include <absl/container/flat_hash_map.h>
 #endif
-#if __has_include(<boost/unordered/unordered_flat_map.hpp>)
+#if HT_PEER_BOOST
 #include <boost/unordered/unordered_flat_map.hpp>
 #endif
 
@@ -169,16 +169,16 @@ BENCHMARK(Construct)->Arg(255)->Arg(511);
 [[maybe_unused]] const bool registered = [] {
   Register<TIds>("id/htcore");
   Register<TIdMap<std::unordered_map<uint32_t, void*>>>("id/std");
-#if __has_include(<absl/container/flat_hash_map.h>)
+#if HT_PEER_ABSL
   Register<TIdMap<absl::flat_hash_map<uint32_t, void*>>>("id/absl");
 #endif
-#if __has_include(<boost/unordered/unordered_flat_map.hpp>)
+#if HT_PEER_BOOST
   Register<TIdMap<boost::unordered_flat_map<uint32_t, void*>>>("id/boost");
 #endif
   using TView = std::u16string_view;
   Register<TNames>("name/htcore");
   Register<TNameMap<std::unordered_map<TView, void*>>>("name/std");
-#if __has_include(<absl/container/flat_hash_map.h>)
+#if HT_PEER_ABSL
   struct TAbslHash {
     size_t operator()(TView text) const {
       return absl::Hash<std::string_view>()({reinterpret_cast<const char*>(text.data()), text.size() * 2});
@@ -186,7 +186,7 @@ BENCHMARK(Construct)->Arg(255)->Arg(511);
   };
   Register<TNameMap<absl::flat_hash_map<TView, void*, TAbslHash>>>("name/absl");
 #endif
-#if __has_include(<boost/unordered/unordered_flat_map.hpp>)
+#if HT_PEER_BOOST
   Register<TNameMap<boost::unordered_flat_map<TView, void*, std::hash<TView>>>>("name/boost");
 #endif
   return true;

@@ -11,8 +11,8 @@ namespace ht {
 /// A pointer as an integer.
 inline intptr_t HtClassFieldOffset(const void* p) { return reinterpret_cast<intptr_t>(p); }
 
-/// Where a field lies in the items of a dictionary, as its constructor takes it: counted from the TObject of a
-/// class, and from the start of a plain record.
+/// Where a field lies in the items of a dictionary, as its constructor takes it: in a class counted from its
+/// TObject, since that is what an object dictionary holds, and in a plain record from the start.
 ///
 ///   THtObjectDictionary tags(255, true, HtNameOffset(&THtStringRec::Name));
 template <class T, class TField>

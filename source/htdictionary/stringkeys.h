@@ -89,10 +89,8 @@ class THtStringKeyed : public TBase {
   }
 
  protected:
-  enum TKeyKind : uint8_t {
-    kkText,
-    kkSlice
-  };  // an hstring at NameOffset, or a THtTextSlice whose Chars lie there
+  // What lies at NameOffset: an hstring, or the Chars of a THtTextSlice.
+  enum TKeyKind : uint8_t { kkText, kkSlice };
 
   template <class... TArgs>
   THtStringKeyed(TKeyKind kind, intptr_t nameOffset, THtStringHashFunc hash, TArgs... args)
@@ -121,8 +119,9 @@ class THtStringKeyed : public TBase {
   }
   // Interned names share their storage, so the pointers tell most of the time.
   static bool Same(std::u16string_view a, std::u16string_view b) {
-    return a.size() == b.size() &&
-           (a.data() == b.data() || std::memcmp(a.data(), b.data(), a.size() * sizeof(char16_t)) == 0);
+    if (a.size() != b.size()) return false;
+    return a.data() == b.data() || a.empty() ||
+           std::memcmp(a.data(), b.data(), a.size() * sizeof(char16_t)) == 0;
   }
 
   const THtStringHashFunc FHash;

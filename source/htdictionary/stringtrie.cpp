@@ -6,14 +6,14 @@
 namespace ht {
 
 void THtStringTrieItem::SetValue(TObject* value, bool owns) {
-  if (FOwnsValue && FValue != value) delete FValue;
-  FValue = value;
-  FOwnsValue = owns;
+  if (OwnsValue && Value != value) delete Value;
+  Value = value;
+  OwnsValue = owns;
 }
 
 THtStringTrieItem& THtStringTrie::ChildOf(TItem& item, size_t byte) {
-  if (!item.FItems) item.FItems = std::make_unique<TItem::TItems>();
-  std::unique_ptr<TItem>& child = (*item.FItems)[byte];
+  if (!item.Items) item.Items = std::make_unique<decltype(item.Items)::element_type>();
+  std::unique_ptr<TItem>& child = (*item.Items)[byte];
   if (!child) child = std::make_unique<TItem>();
   return *child;
 }
@@ -28,25 +28,25 @@ TObject* THtStringTrie::ValueOf(std::u16string_view text) const {
   const TItem* item = &FRoot;
   for (char16_t c : text)
     for (size_t byte : {c >> 8, c & 255}) {
-      if (!item->FItems) return nullptr;
-      item = (*item->FItems)[byte].get();
+      if (!item->Items) return nullptr;
+      item = (*item->Items)[byte].get();
       if (!item) return nullptr;
     }
-  return item->FValue;
+  return item->Value;
 }
 
 // Keys may be long, so that neither walk over the whole trie can use the stack.
 
 void THtStringTrie::Clear() {
-  std::vector<std::unique_ptr<TItem::TItems>> pending;
-  pending.push_back(std::move(FRoot.FItems));
+  std::vector<decltype(FRoot.Items)> pending;
+  pending.push_back(std::move(FRoot.Items));
   FRoot.SetValue(nullptr, true);
   while (!pending.empty()) {
     const auto items = std::move(pending.back());
     pending.pop_back();
     if (!items) continue;
     for (auto& item : *items)
-      if (item) pending.push_back(std::move(item->FItems));
+      if (item) pending.push_back(std::move(item->Items));
   }
 }
 
@@ -57,10 +57,10 @@ void THtStringTrie::Assign(const THtStringTrie& other) {
   while (!pending.empty()) {
     const auto [from, to] = pending.back();
     pending.pop_back();
-    to->SetValue(from->FValue, !from->FValue);
-    if (!from->FItems) continue;
-    for (size_t byte = 0; byte < from->FItems->size(); ++byte)
-      if (const auto& item = (*from->FItems)[byte]) pending.emplace_back(item.get(), &ChildOf(*to, byte));
+    to->SetValue(from->Value, !from->Value);
+    if (!from->Items) continue;
+    for (size_t byte = 0; byte < from->Items->size(); ++byte)
+      if (const auto& item = (*from->Items)[byte]) pending.emplace_back(item.get(), &ChildOf(*to, byte));
   }
 }
 

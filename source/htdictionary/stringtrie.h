@@ -8,24 +8,15 @@
 namespace ht {
 
 /// A node of a THtStringTrie.
-class THtStringTrieItem : public TObject {
-  HT_CLASS(THtStringTrieItem, TObject)
-
- public:
+struct THtStringTrieItem : TObject {
   ~THtStringTrieItem() override { SetValue(nullptr, true); }
 
   /// Frees the value before it if the item owns that and it is another one.
   void SetValue(TObject* value, bool owns);
-  TObject* GetValue() const { return FValue; }
-  bool GetOwnsValue() const { return FOwnsValue; }
 
- private:
-  friend class THtStringTrie;
-  using TItems = std::array<std::unique_ptr<THtStringTrieItem>, 256>;
-
-  TObject* FValue = nullptr;
-  std::unique_ptr<TItems> FItems;  // made on first need
-  bool FOwnsValue = true;
+  bool OwnsValue = true;
+  TObject* Value = nullptr;
+  std::unique_ptr<std::array<std::unique_ptr<THtStringTrieItem>, 256>> Items;  // made on first need
 };
 
 /// Text to object by walking the key: the high byte of a unit selects a child of the current item, the low byte a

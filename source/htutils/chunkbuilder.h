@@ -36,7 +36,7 @@ class THtChunkBuilder : public TObject {
   /// Frees everything: the builder is as new.
   void Clear();
 
-  /// Both are false on an empty builder.
+  /// False on an empty builder.
   bool StartsWith(TView text) const { return !IsEmpty() && HasAt(0, text); }
   /// The position of the first occurrence that lies in one chunk or crosses from one into the next; 0 if there
   /// is none, and for an empty text.
@@ -105,8 +105,6 @@ class THtChunkBuilder : public TObject {
   /// Copies the units from `start` (from 0) to the end.
   void CopyTo(TUnit* to, size_t start) const;
   static void FreeNodes(TNode* node) noexcept;
-  /// Leaves the first node as it is and frees all that follow it.
-  void FreeChunks() noexcept;
 
   TNode FFirst;
   TNode* FCurrent = &FFirst;
@@ -133,6 +131,8 @@ class THtChunkBuilder : public TObject {
 #pragma GCC diagnostic pop
 #endif
   void AppendToNewChunk(const TUnit* units, size_t count);
+  // Leaves the fields of the first node as they are.
+  void FreeChunks() noexcept;
 
   const size_t FChunkSize;
 };

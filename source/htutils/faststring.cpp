@@ -4,6 +4,7 @@
 #include <charconv>
 #include <cmath>
 
+#include "htruntime/rounding.h"
 #include "htruntime/stream.h"
 
 namespace ht {
@@ -33,10 +34,10 @@ TFastString& TFastString::Add(double value, int32_t decimals, bool leadingZero) 
   decimals = std::clamp(decimals, 0, kMaxDecimals);
   const uint64_t scale = kScales[decimals];
   const auto factor = static_cast<double>(scale);
-  const double whole = std::nearbyint(value);
+  const double whole = HtRoundEven(value);
   if (decimals == 0 || std::abs(value - whole) * factor < 0.5) return Add(static_cast<int64_t>(whole));
 
-  const double scaled = std::nearbyint(std::abs(value) * factor);
+  const double scaled = HtRoundEven(std::abs(value) * factor);
   uint64_t integer, fraction;
   if (scaled < kInt64Limit) {
     integer = static_cast<uint64_t>(scaled) / scale;
@@ -44,8 +45,7 @@ TFastString& TFastString::Add(double value, int32_t decimals, bool leadingZero) 
   } else {
     // A value with a fraction is below 2^52, so both parts fit where their product does not.
     integer = static_cast<uint64_t>(std::abs(value));
-    fraction =
-        static_cast<uint64_t>(std::nearbyint((std::abs(value) - static_cast<double>(integer)) * factor));
+    fraction = static_cast<uint64_t>(HtRoundEven((std::abs(value) - static_cast<double>(integer)) * factor));
     integer += fraction / scale;
     fraction %= scale;
   }
