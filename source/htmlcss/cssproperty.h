@@ -47,6 +47,13 @@ HT_ENUM(TCSSPropertyType, uint8_t, cptLength, cptNumber, cptColor, cptString, cp
 HT_ENUM(TCSSPropertyParentType, uint8_t, cpptWidth, cpptHeight, cpptFontSize, cpptContainerWidth,
         cpptContainerHeight);
 
+class TBaseElementStyle;
+class TCSSTokenSequence;
+struct TCSSValue;
+
+/// What a declaration does to a style at the moment it is applied.
+using TCSSValueProc = void (TBaseElementStyle::*)(TCSSValue&, TCSSTokenSequence&);
+
 /// What CSS knows of one property name: a row of the property table.
 class TCSSPropRec : public TObject {
   HT_CLASS(TCSSPropRec, TObject)
@@ -67,6 +74,11 @@ class TCSSPropRec : public TObject {
   /// The keywords of a cptEnum property, and the prefix of their names; null and empty where there are none.
   const THtEnumInfo* EnumInfo = nullptr;
   std::u16string_view EnumPrefix;
+  /// Of the properties that do something the moment they are applied; null for those only looked up later.
+  TCSSValueProc ApplyProc = nullptr;
+
+  /// The ordinal of a keyword of the enumeration; -1 if it is none. Neither case nor hyphens count.
+  int32_t FindKeyword(std::u16string_view word) const;
 };
 
 }  // namespace ht

@@ -11,27 +11,20 @@ HT_ENUM(TMeasureFlag, uint8_t, mfNotAuto, mfInherit, mfInitial, mfLeft, mfRight,
         mfChanged, mfZero);
 using TMeasureFlags = TSet<TMeasureFlag>;
 
-/// A CSS length: a number and a unit, with what is needed to turn it into pixels at the moment of use. A declaration
-/// holds a decoded prototype; a getter copies it and fills in Style and Parent. Copied by value; it owns nothing.
-struct TMeasure {
+/// A CSS length as it is written: a number and a unit, a keyword, or a `calc()`. This is what a declaration holds;
+/// TMeasure adds what is needed to turn it into pixels. Copied by value; it owns nothing.
+struct TMeasureValue {
   float FValue = 0;
   TMeasureUnit FMUnit = muNone;
   /// Without mfNotAuto the measure is `auto`. mfZero: exactly 0. mfLeft to mfBottom: the keyword that gave a position.
   TMeasureFlags Flags;
-  /// For font size, zoom and the element's view; may be null.
-  TBaseElementStyle* Style = nullptr;
-  /// What a percentage refers to and a bare number multiplies; may be null.
-  const float* Parent = nullptr;
   /// The tokens of a `calc()`, evaluated at each use; else null.
   const TCSSTokens* Calc = nullptr;
 
-  void Init(TBaseElementStyle* style);
-  /// Copies all but Style.
-  void Assign(const TMeasure& other);
   /// Reads the current token of the sequence; the cursor is not moved.
-  void Decode(TCSSTokenSequence& sequence);
+  void Decode(const TCSSTokenSequence& sequence);
   /// Reads plain text, as of an attribute. An empty text, and one without a number, changes nothing.
-  void Parse(const hstring& text);
+  void Parse(std::u16string_view text);
 
   bool GetAuto() const { return !Flags.Contains(mfNotAuto); }
   void SetAuto(bool isAuto);
@@ -39,19 +32,51 @@ struct TMeasure {
   void SetValue(float value);
   void SetPixels(int32_t value) { SetFPixels(static_cast<float>(value)); }
   void SetFPixels(float value);
-  /// Zoomed and rounded to whole pixels.
-  int32_t GetPixels() const;
-  /// In pixels, without zoom.
-  float GetFPixels() const;
   /// The unit is percent, or the measure is `auto` or a `calc()`.
   bool Relative() const { return FMUnit == muPercent || GetAuto() || Calc; }
   hstring AsString() const;
-  /// Evaluates the `calc()` into FValue, in pixels.
-  void DecodeCalc();
+
+ private:
+  void DecodeWord(std::u16string_view word);
 };
 
+/// The two lengths of a declaration, as of `10px / 5px`.
 struct TMeasure2 {
-  TMeasure Value1, Value2;
+  TMeasureValue Value1, Value2;
+};
+
+/// A length with the two references that make it resolvable. A getter of the element style takes the value out of a
+/// declaration and fills them in:
+///
+///   TMeasure width;
+///   width.Init(&style);
+///   width.SetDecoded(value.Value1);
+///   width.Parent = &containerWidth;
+///   width.GetPixels();
+///
+/// The references are borrowed, as Calc is. No operation raises; what cannot be resolved is 0.
+struct TMeasure : TMeasureValue {
+  /// For font size, zoom and the element's view; may be null.
+  TBaseElementStyle* Style = nullptr;
+  /// What a percentage refers to and a bare number multiplies; may be null.
+  const float* Parent = nullptr;
+
+  /// An empty measure of the style.
+  void Init(TBaseElementStyle* style);
+  /// Copies all but Style.
+  void Assign(const TMeasure& other);
+  /// Takes what a declaration holds; Style and Parent stay.
+  void SetDecoded(const TMeasureValue& value) { static_cast<TMeasureValue&>(*this) = value; }
+
+  /// Zoomed and rounded to whole pixels. A bare number is rounded only.
+  int32_t GetPixels();
+  /// In pixels, without zoom.
+  float GetFPixels();
+  /// Evaluates the `calc()` into FValue, in pixels. Calc stays, so that the next use evaluates it anew.
+  void DecodeCalc();
+
+ private:
+  double Resolve(bool wholePixels);
 };
 
 }  // namespace ht

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <initializer_list>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 namespace ht {
@@ -67,13 +68,13 @@ class TSet {
     for (TEnum v : values) Include(v);
   }
 
-  constexpr bool Contains(TEnum v) const { return (FWords[Word(v)] >> Bit(v)) & 1; }
-  constexpr void Include(TEnum v) { FWords[Word(v)] |= uint64_t{1} << Bit(v); }
-  constexpr void Exclude(TEnum v) { FWords[Word(v)] &= ~(uint64_t{1} << Bit(v)); }
+  constexpr bool Contains(TEnum v) const { return (FWords[Word(v)] & Bit(v)) != 0; }
+  constexpr void Include(TEnum v) { FWords[Word(v)] |= Bit(v); }
+  constexpr void Exclude(TEnum v) { FWords[Word(v)] &= static_cast<TWord>(~Bit(v)); }
   constexpr bool Empty() const { return *this == TSet(); }
   constexpr int Count() const {
     int count = 0;
-    for (uint64_t w : FWords) count += std::popcount(w);
+    for (TWord w : FWords) count += std::popcount(w);
     return count;
   }
 
@@ -83,7 +84,7 @@ class TSet {
     return a;
   }
   friend constexpr TSet operator-(TSet a, const TSet& b) {
-    for (size_t i = 0; i < kWords; ++i) a.FWords[i] &= ~b.FWords[i];
+    for (size_t i = 0; i < kWords; ++i) a.FWords[i] &= static_cast<TWord>(~b.FWords[i]);
     return a;
   }
   friend constexpr TSet operator*(TSet a, const TSet& b) {
@@ -94,11 +95,19 @@ class TSet {
   friend constexpr bool operator==(const TSet&, const TSet&) = default;
 
  private:
-  static constexpr size_t kWords = (static_cast<size_t>(HtEnumCount(TEnum{})) + 63) / 64;
-  static constexpr size_t Word(TEnum v) { return static_cast<size_t>(v) / 64; }
-  static constexpr size_t Bit(TEnum v) { return static_cast<size_t>(v) % 64; }
+  static constexpr size_t kBits = static_cast<size_t>(HtEnumCount(TEnum{}));
+  // The smallest word that holds all values: sets stand in records of which there are very many.
+  using TWord = std::conditional_t<
+      kBits <= 8, uint8_t,
+      std::conditional_t<kBits <= 16, uint16_t, std::conditional_t<kBits <= 32, uint32_t, uint64_t>>>;
+  static constexpr size_t kWordBits = sizeof(TWord) * 8;
+  static constexpr size_t kWords = (kBits + kWordBits - 1) / kWordBits;
+  static constexpr size_t Word(TEnum v) { return static_cast<size_t>(v) / kWordBits; }
+  static constexpr TWord Bit(TEnum v) {
+    return static_cast<TWord>(TWord{1} << static_cast<size_t>(v) % kWordBits);
+  }
 
-  std::array<uint64_t, kWords> FWords{};
+  std::array<TWord, kWords> FWords{};
 };
 
 }  // namespace ht
