@@ -154,7 +154,8 @@ class hstring {
   static void Free(char16_t* units) noexcept;
 
   static bool SameUnits(const hstring& a, std::u16string_view b) noexcept {
-    return a.Size() == b.size() && std::memcmp(a.Data(), b.data(), b.size() * sizeof(char16_t)) == 0;
+    return a.Size() == b.size() &&
+           (b.empty() || std::memcmp(a.Data(), b.data(), b.size() * sizeof(char16_t)) == 0);
   }
 
   void AddRef() const noexcept {
