@@ -83,7 +83,7 @@ int32_t GetHTMLEncoding(const uint8_t*& pointer, int32_t count) {
   const size_t limit = static_cast<size_t>(std::min(count - 20, 1000));
   const auto at = [&](size_t i) { return i < text.size() ? text[i] : '\0'; };
   const auto stopAt = [&](size_t i, int32_t result) {
-    pointer += i;
+    pointer += std::min(i, text.size());
     return result;
   };
   for (size_t i = 0; i < limit; ++i) {

@@ -92,7 +92,10 @@ void THtmlNode::SetOuterHTML(const hstring& text) {
   FContent.Clear();
   TagType = htUnknown;
   if (!more) return;
-  if (parser.TagType != htIdent) TakeItem(parser);
+  if (parser.TagType != htIdent)
+    TakeItem(parser);
+  else if (kVoidTags.Contains(parser.TagRec().Id))
+    parser.TagClosed = true;
   InternalParse(parser);
   if (TagType == htString) TagType = htUnknown;
 }

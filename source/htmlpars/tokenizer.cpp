@@ -342,7 +342,7 @@ uint32_t THTMLTokenizer::Escape() {
   if (AtRest(u"gt;")) return take(3, u'>');
   if (AtRest(u"quo")) return take(5, u'"');
   if (AtRest(u"amp")) return take(4, u'&');
-  if (AtRest(u"nbs")) return take(AtRest(u"nbsp;") ? 5 : 4, 0xA0);
+  if (AtRest(u"nbs")) return take(FParser.pend - p > 4 && p[4] == u';' ? 5 : 4, 0xA0);
 
   constexpr ptrdiff_t kMaxReference = 25;
   const char16_t* last = p + std::min(kMaxReference, FParser.pend - p);
