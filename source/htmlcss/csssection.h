@@ -11,9 +11,10 @@ namespace ht {
 /// Keeps the tokens of a `calc()` alive, to which measures point, for as long as the section lives.
 class TCSSCalcValueObject : public TObject {
   HT_CLASS(TCSSCalcValueObject, TObject)
-  HT_POOLED
 
  public:
+  HT_POOLED
+
   explicit TCSSCalcValueObject(TCSSTokens tokens) : Tokens(std::move(tokens)) {}
 
   const TCSSTokens Tokens;
@@ -29,9 +30,10 @@ class TCSSCalcValueObject : public TObject {
 /// It owns its selectors when it was made so. Elements' styles point into CompiledValues, which Compile replaces.
 class TCSSSection : public TObject {
   HT_CLASS(TCSSSection, TObject)
-  HT_POOLED
 
  public:
+  HT_POOLED
+
   explicit TCSSSection(bool ownsSelectors = true) : Selectors(ownsSelectors) {}
 
   std::unique_ptr<THtObjectList> FCalcValues;  // of TCSSCalcValueObject; made on need

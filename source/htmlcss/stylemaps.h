@@ -1,0 +1,90 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "htdictionary/htstringlist.h"
+#include "htmlcss/cssselector.h"
+
+namespace ht {
+
+/// Rules by one of the parts of their right-most compound, in one of two shapes: by a text (an id, a tag, a class, a
+/// condition), or by a pseudo-class. It borrows the selectors.
+class TCSSStyleMap : public THtObjectDictionary {
+  HT_CLASS(TCSSStyleMap, THtObjectDictionary)
+
+ public:
+  /// One bucket of the pseudo shape.
+  struct TPseudoMapRec {
+    TCSSPseudoClass Pseudo;
+    std::unique_ptr<TCSSSelectors> Selectors;
+  };
+
+  enum TShape : uint8_t { smKeyed, smPseudo };
+
+  explicit TCSSStyleMap(TShape shape);
+
+  /// In the order of first use; empty in the keyed shape.
+  std::vector<TPseudoMapRec> PseudoMap;
+  /// Of all selectors filed in the pseudo shape.
+  TCSSPseudo AllPseudos;
+
+  /// Files under `key`, or in the pseudo shape under `pseudo`. With `distinct` a selector without a parent goes through
+  /// DistinctAdd; in the keyed shape only if it is alone in its section.
+  void AddSelector(const hstring& key, TCSSSelector* selector, TCSSPseudoClass pseudo, bool distinct);
+  /// The bucket of a key; null if there is none, and in the pseudo shape.
+  TCSSSelectors* FindList(std::u16string_view key) const { return Get<TCSSSelectors>(key); }
+  /// The same with the key's RSHash given.
+  TCSSSelectors* FindList(uint32_t hash, std::u16string_view key) const {
+    return GetHashed<TCSSSelectors>(hash, key);
+  }
+  /// The buckets of either shape, in the order of first use.
+  int32_t Count() const;
+  TCSSSelectors* GetSelectors(int32_t index) const;
+  /// Takes all selectors of a section out.
+  void RemoveSection(const TCSSSection* section);
+  /// Adds each class, or id, of the selectors and the compounds on their left.
+  void GetAllClasses(THtStringList& list) const;
+  void GetAllIds(THtStringList& list) const;
+  void Clear();
+
+ private:
+  TCSSSelectors* BucketOf(const hstring& key);
+  TCSSSelectors* BucketOf(TCSSPseudoClass pseudo);
+
+  const TShape FShape;
+  std::vector<TCSSSelectors*> FBuckets;  // of the keyed shape
+};
+
+/// The rules for elements, or for one kind of generated content, each filed by the most selective part of its right-most
+/// compound. Tags is always there, the others when they are needed.
+class TCSSStyleMaps {
+ public:
+  TCSSStyleMaps();
+
+  std::unique_ptr<TCSSStyleMap> IDs;
+  std::unique_ptr<TCSSStyleMap> Tags;
+  std::unique_ptr<TCSSStyleMap> Classes;
+  std::unique_ptr<TCSSStyleMap> Conditions;
+  std::unique_ptr<TCSSStyleMap> Pseudos;
+
+  /// Files under the tag, else the id, else the first class, else the conditions, else the first pseudo-class. A
+  /// selector with none of these is not filed.
+  void AddSelector(TCSSSelector* selector);
+  void RemoveSection(const TCSSSection* section);
+  void Clear();
+  void GetAllClasses(THtStringList& list) const;
+  void GetAllIds(THtStringList& list) const;
+
+  /// The selectors of Conditions by the attribute that the first condition asks for, in lower case; under "" those that
+  /// an element without it may meet. Null if there are none.
+  const TCSSStyleMap* GetAttributes() const { return FAttributes.get(); }
+
+ private:
+  template <class TVisit>
+  void VisitMaps(TVisit visit) const;
+
+  std::unique_ptr<TCSSStyleMap> FAttributes;
+};
+
+}  // namespace ht
