@@ -1,5 +1,6 @@
 #pragma once
 
+#include <concepts>
 #include <functional>
 #include <memory>
 #include <span>
@@ -212,6 +213,12 @@ class THtNode : public TObject {
   TIntf<IHtNodeList> XPath(const hstring& path, bool firstOnly = false, THtNode* current = nullptr);
   /// Calls `proc` for each node found. A path that begins with "/" starts at the root.
   void XPath(const hstring& path, const THtNodeProcRef& proc);
+  /// The same for any callable. A lambda without captures is also a pointer, and so a bool, but for this overload.
+  template <std::invocable<THtNode*, bool&> TProc>
+  void XPath(const hstring& path, TProc&& proc) {
+    const THtNodeProcRef walk = std::ref(proc);
+    XPath(path, walk);
+  }
   /// The first value found: the text of a node or the value of an attribute. A path that begins with "/" starts
   /// at the root.
   hstring XPathValue(const hstring& path, THtNode* current = nullptr);
