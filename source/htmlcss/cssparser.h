@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "htmlcss/csssection.h"
@@ -23,12 +24,16 @@ using TCSSImports = std::vector<TCSSImport>;
 
 /// Reads a sheet rule by rule. It never rejects one: what makes no sense is skipped up to the next ";" or "}".
 ///
-///   TCSSParser parser(text, true);
+///   TCSSParser parser(text);
 ///   while (parser.NextSection()) sections.Add(parser.Section.release());
 ///
 /// The rules inside `@media` and `@keyframes` come in the same row as the others; a section knows its MediaSet, and
-/// KeyFrameName is set while the rules are steps. Each declaration is prepared as it is read.
+/// KeyFrameName is set while the rules are steps. Each declaration is prepared as it is read. Parsers of one thread
+/// are destroyed in the reverse order of their creation: what a large sheet needs lies in an arena of its parser.
 class TCSSParser {
+ private:
+  std::optional<THtArena> FArena;  // outlives the members below
+
  public:
   std::unique_ptr<TCSSTokenizer> Tokenizer;  // null for an empty text
   std::vector<TCSSToken> Tokens;             // of the selector or value under construction
@@ -39,7 +44,7 @@ class TCSSParser {
   TCSSImports Imports;   // in the order met
   hstring Charset;       // the last `@charset`
   hstring KeyFrameName;  // of the `@keyframes` block being read, else empty
-  /// Every media set met, of which sections hold pointers: they move to who keeps the sections. Made on need.
+  /// Owns every media set met, of which sections hold pointers: extract them for who keeps the sections. Made on need.
   std::unique_ptr<THtObjectList> MediaSets;
 
   explicit TCSSParser(const hstring& text, bool parseNumbers = true);
@@ -47,13 +52,16 @@ class TCSSParser {
   /// Reads up to the end of the next rule; Section holds it, perhaps without selectors or without values. False at
   /// the end of the text.
   bool NextSection();
-  /// Reads declarations into Section, up to a "}". The entry for the text of a style attribute, too.
+  /// Reads declarations into Section, up to a "}". The entry for the text of a style attribute, too: the section is
+  /// made by the caller. Of equal names only the last value is kept, except in `@font-face`.
   void ReadSectionValues();
   /// Appends all remaining tokens, spaces and comments included: for a text that is a bare value.
   void ParseValue(TCSSTokens& tokens);
 
   /// Works out all that can be known of a declaration before it meets an element. False if it means nothing.
   static bool PrepareValue(TCSSValue& value, TCSSSection& section);
+  /// The same for a name whose row is known.
+  static bool PrepareValue(TCSSValue& value, TCSSSection& section, const TCSSPropRec& prop);
 
   // The steps of reading, each with its first token current.
 
@@ -70,7 +78,22 @@ class TCSSParser {
   void ClearList() { Tokens.clear(); }
 
  private:
-  TCSSToken& Token() { return Tokenizer->Token; }
+  const TCSSToken& Token() const { return Tokenizer->Token; }
+  bool Is(TCSSTokenType type) const { return Token().CType == type; }
+  bool NextToken() { return Tokenizer->NextToken(); }
+  bool NextSolidToken() { return Tokenizer->NextSolidToken(); }
+  bool Eof() const { return Tokenizer->Eof; }
+
+  void ReadSelectors();
+  void CloseBlock();
+  bool CollectSelector();
+  bool CollectValue(bool& important);
+  void ReadName(hstring& name, TCSSTokenType end);
+  void AddMedia();
+  void StoreValues();
+  [[noreturn]] static void RaiseUnknown();
+
+  TCSSValues FSpareValues;  // an empty array with room, in which declarations are collected
 };
 
 }  // namespace ht

@@ -70,11 +70,14 @@ class TCSSSection : public TObject {
   hstring AsString() const;
   /// The declarations alone, as for a style attribute.
   hstring AsInlineString() const;
-  /// Joins four equal sides of `border` and of `padding` into the shorthand. CompiledValues stay as they are.
+  /// Joins four equal sides of `border` and of `padding` into the shorthand.
   void Minify();
 
   /// Keeps a share of the tokens until the section dies, at the address that is given back.
   const TCSSTokens* KeepCalc(const TCSSTokens& tokens);
+
+ private:
+  bool JoinSides(const hstring& shorthand);
 };
 
 }  // namespace ht

@@ -76,7 +76,7 @@ struct TMeasure : TMeasureValue {
   void DecodeCalc();
 
  private:
-  double Resolve(bool wholePixels);
+  double Pixels(bool wholePixels) const;
 };
 
 }  // namespace ht

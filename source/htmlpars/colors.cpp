@@ -143,6 +143,8 @@ uint32_t htmlHextoColor(std::u16string_view text) {
   return Decode(text, false, isSystemColor);
 }
 
+uint32_t htmlDigitstoColor(std::u16string_view digits) { return DecodeDigits(digits, TShortAlpha::Allowed); }
+
 uint32_t htmlHextoColorSys(std::u16string_view text, bool& isSystemColor) {
   return Decode(text, true, isSystemColor);
 }

@@ -37,6 +37,9 @@ uint32_t HtStringtoColor(std::u16string_view name);
 /// kColorNone. The numbers of rgba() are not checked against their ranges.
 uint32_t htmlHextoColor(std::u16string_view text);
 
+/// The colour of the hexadecimal digits that stand behind "#"; kColorInvalid if they are none.
+uint32_t htmlDigitstoColor(std::u16string_view digits);
+
 /// As htmlHextoColor without rgba() and #RGBA; `isSystemColor` tells that the colour is a system colour,
 /// whose value changes with the theme.
 uint32_t htmlHextoColorSys(std::u16string_view text, bool& isSystemColor);

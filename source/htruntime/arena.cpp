@@ -118,6 +118,10 @@ hstring THtArena::NewText(std::u16string_view text) {
   return hstring::InPool(FTexts.Allocate(hstring::BytesFor(text.size())), text);
 }
 
+hstring HtPoolText(std::u16string_view text) {
+  return THtArena::FCurrent ? THtArena::FCurrent->NewText(text) : hstring(text);
+}
+
 void* detail::HeapAllocate(size_t bytes) {
   auto* memory = static_cast<char*>(std::malloc(kAlign + bytes));
   if (!memory) throw std::bad_alloc();

@@ -81,6 +81,7 @@ class THtArena {
 
  private:
   friend void* HtPoolAllocate(size_t bytes);
+  friend hstring HtPoolText(std::u16string_view text);
 
   static constexpr size_t kLargestObject = size_t{256} << 10;
   static constinit thread_local THtArena* FCurrent;
@@ -102,6 +103,9 @@ inline void* HtPoolAllocate(size_t bytes) {
 }
 /// Frees what HtPoolAllocate gave; null does nothing. Any thread.
 void HtPoolFree(void* object) noexcept;
+
+/// A text from the arena in force, when it is short, or else from the heap. It is used like any other.
+hstring HtPoolText(std::u16string_view text);
 
 /// HtPoolAllocate for the containers of pooled classes.
 template <class T>

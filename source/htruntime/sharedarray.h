@@ -1,11 +1,15 @@
 #pragma once
 
+#include <algorithm>
 #include <atomic>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <new>
+#include <span>
 #include <utility>
-#include <vector>
+
+#include "htruntime/arena.h"
 
 namespace ht {
 
@@ -16,57 +20,125 @@ namespace ht {
 ///   tokens.Append(token);
 ///   TSharedArray<TCSSToken> same = tokens;   // same.Data() == tokens.Data()
 ///
-/// One pointer wide; null when empty. The count is thread-safe, the items are not.
+/// One pointer wide; null when empty. Count and items lie in one block, from the arena in force if there is one. The
+/// count of owners is thread-safe, the items are not.
 template <class T>
 class TSharedArray {
  public:
   TSharedArray() = default;
-  explicit TSharedArray(std::vector<T> items)
-      : FItems(items.empty() ? nullptr : new TItems{{1}, std::move(items)}) {}
-  TSharedArray(const TSharedArray& other) noexcept : FItems(other.FItems) {
-    if (FItems) FItems->RefCount.fetch_add(1, std::memory_order_relaxed);
-  }
-  TSharedArray(TSharedArray&& other) noexcept : FItems(std::exchange(other.FItems, nullptr)) {}
-  ~TSharedArray() {
-    if (FItems && FItems->RefCount.fetch_sub(1, std::memory_order_acq_rel) == 1) delete FItems;
-  }
-  TSharedArray& operator=(TSharedArray other) noexcept {
-    std::swap(FItems, other.FItems);
+  TSharedArray(const TSharedArray& other) noexcept : FBlock(other.FBlock) { AddRef(); }
+  TSharedArray(TSharedArray&& other) noexcept : FBlock(std::exchange(other.FBlock, nullptr)) {}
+  ~TSharedArray() { Release(); }
+  TSharedArray& operator=(const TSharedArray& other) noexcept { return *this = TSharedArray(other); }
+  TSharedArray& operator=(TSharedArray&& other) noexcept {
+    std::swap(FBlock, other.FBlock);
     return *this;
   }
 
-  int32_t Count() const { return FItems ? static_cast<int32_t>(FItems->List.size()) : 0; }
+  /// An array of exactly these items.
+  static TSharedArray Moved(std::span<T> items) { return Made(std::make_move_iterator(items.data()), items.size()); }
+  static TSharedArray Copied(std::span<const T> items) { return Made(items.data(), items.size()); }
+
+  int32_t Count() const { return FBlock ? FBlock->Count : 0; }
   bool Empty() const { return Count() == 0; }
   /// Null when empty.
-  T* Data() const { return FItems ? FItems->List.data() : nullptr; }
+  T* Data() const { return FBlock ? Items(FBlock) : nullptr; }
   /// The index is not checked.
-  T& operator[](int32_t index) const { return FItems->List[static_cast<size_t>(index)]; }
+  T& operator[](int32_t index) const { return Items(FBlock)[index]; }
   T* begin() const { return Data(); }
   T* end() const { return Data() + Count(); }
-  bool SameStorage(const TSharedArray& other) const { return FItems == other.FItems; }
+  bool SameStorage(const TSharedArray& other) const { return FBlock == other.FBlock; }
 
-  void Append(T item) { Own().push_back(std::move(item)); }
-  void SetLength(int32_t count) {
-    if (count != Count()) Own().resize(static_cast<size_t>(count));
+  void Append(T item) {
+    const int32_t count = Count();
+    Own(count + 1);
+    new (Items(FBlock) + count) T(std::move(item));
+    ++FBlock->Count;
   }
-  void Clear() { *this = {}; }
+  void SetLength(int32_t count) {
+    if (count == Count()) return;
+    if (count <= 0) return Clear();
+    Own(count);
+    T* items = Items(FBlock);
+    if (count > FBlock->Count)
+      std::uninitialized_value_construct(items + FBlock->Count, items + count);
+    else
+      std::destroy(items + count, items + FBlock->Count);
+    FBlock->Count = count;
+  }
+  void Clear() { TSharedArray().Swap(*this); }
+  void Swap(TSharedArray& other) noexcept { std::swap(FBlock, other.FBlock); }
 
  private:
-  struct TItems {
+  struct TBlock {
     std::atomic<int32_t> RefCount;
-    std::vector<T> List;
+    int32_t Count;
+    int32_t Capacity;
   };
+  static constexpr size_t kItemsAt = (sizeof(TBlock) + alignof(T) - 1) / alignof(T) * alignof(T);
+  static_assert(alignof(T) <= 16);
 
-  std::vector<T>& Own() {
-    if (!FItems)
-      FItems = new TItems{{1}, {}};
-    else if (FItems->RefCount.load(std::memory_order_acquire) != 1)
-      *this = TSharedArray(new TItems{{1}, FItems->List});
-    return FItems->List;
+  static T* Items(TBlock* block) {
+    return std::launder(reinterpret_cast<T*>(reinterpret_cast<std::byte*>(block) + kItemsAt));
   }
-  explicit TSharedArray(TItems* items) : FItems(items) {}
+  static TBlock* NewBlock(int32_t capacity) {
+    void* memory = HtPoolAllocate(kItemsAt + static_cast<size_t>(capacity) * sizeof(T));
+    return new (memory) TBlock{{1}, 0, capacity};
+  }
 
-  TItems* FItems = nullptr;
+  template <class TFrom>
+  static TSharedArray Made(TFrom from, size_t size) {
+    TSharedArray result;
+    if (size == 0) return result;
+    const auto count = static_cast<int32_t>(size);
+    result.FBlock = NewBlock(count);
+    std::uninitialized_copy_n(from, count, Items(result.FBlock));
+    result.FBlock->Count = count;
+    return result;
+  }
+
+  /// Makes this the only owner of a block with room for `count` items.
+  void Own(int32_t count) {
+    if (!FBlock) {
+      FBlock = NewBlock(count);
+      return;
+    }
+    const bool alone = FBlock->RefCount.load(std::memory_order_acquire) == 1;
+    if (alone && count <= FBlock->Capacity) return;
+    TSharedArray grown;
+    grown.FBlock = NewBlock(std::max(count, count > Count() ? Count() + Count() / 2 : 0));
+    const int32_t kept = std::min(count, Count());
+    if (alone)
+      std::uninitialized_move_n(Items(FBlock), kept, Items(grown.FBlock));
+    else
+      std::uninitialized_copy_n(Items(FBlock), kept, Items(grown.FBlock));
+    grown.FBlock->Count = kept;
+    grown.Swap(*this);
+  }
+
+  // Counting is not locked in a program of one thread, and the last release is a plain read.
+  void AddRef() const noexcept {
+    if (!FBlock) return;
+    if (HT_SINGLE_THREADED)
+      FBlock->RefCount.store(FBlock->RefCount.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
+    else
+      FBlock->RefCount.fetch_add(1, std::memory_order_relaxed);
+  }
+  void Release() noexcept {
+    if (!FBlock) return;
+    const int32_t now = FBlock->RefCount.load(std::memory_order_acquire);
+    if (now != 1) {
+      if (HT_SINGLE_THREADED) {
+        FBlock->RefCount.store(now - 1, std::memory_order_relaxed);
+        return;
+      }
+      if (FBlock->RefCount.fetch_sub(1, std::memory_order_acq_rel) != 1) return;
+    }
+    std::destroy_n(Items(FBlock), FBlock->Count);
+    HtPoolFree(FBlock);
+  }
+
+  TBlock* FBlock = nullptr;
 };
 
 }  // namespace ht
