@@ -1,5 +1,6 @@
 #pragma once
 
+#include "htmlcss/blockfloats.h"
 #include "htmlcss/cssclassrec.h"
 #include "htmlcss/cssenums.h"
 #include "htmlcss/cssextension.h"
@@ -15,6 +16,7 @@
 #include "htmlcss/keyframes.h"
 #include "htmlcss/measure.h"
 #include "htmlcss/mediaset.h"
+#include "htmlcss/styledhtmlnode.h"
 #include "htmlcss/styleindexer.h"
 #include "htmlcss/stylemaps.h"
 #include "htmlcss/stylesheet.h"

@@ -11,6 +11,8 @@
 #include "htutils/faststring.h"
 #include "htutils/faststringlist.h"
 #include "htutils/files.h"
+#include "htutils/fontstyle.h"
+#include "htutils/geometry.h"
 #include "htutils/idlist.h"
 #include "htutils/listobjects.h"
 #include "htutils/methoddesc.h"
