@@ -127,10 +127,8 @@ class TCSSSelector final : public TObject {
  private:
   TCSSSelectorTestProc ChooseTestProc() const;
   bool ClassesMatch(const TStyledHTMLNode& element) const;
-  bool PseudosWithin(TCSSPseudo pseudos) const { return Pseudos <= pseudos; }
-  bool IndexMatches(int32_t index) const;
-  bool NthMatches(int32_t index, TCSSPseudo pseudos, TCSSPseudoClass allowed) const;
-  hstring CompoundAsString() const;
+  bool IndexMatches(const TStyledHTMLNode& element, TCSSPseudoClass among) const;
+  bool NthMatches(const TStyledHTMLNode& element, TCSSPseudo pseudos, TCSSPseudoClass among) const;
 };
 
 /// An ordered list of selectors: those of a section, which owns them, or one bucket of a style map.

@@ -37,8 +37,6 @@ class TCSSCustomFont : public TObject {
 
   TCSSCustomFont(const hstring& family, const hstring& url, const hstring& format, const hstring& styleName,
                  const hstring& weightName);
-  /// A copy of all fields.
-  explicit TCSSCustomFont(const TCSSCustomFont* other);
 
  private:
   void NormaliseStyle();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <unordered_set>
+
 #include "htdictionary/objectdictionary.h"
 #include "htmlcss/csssection.h"
 #include "htutils/idlist.h"
@@ -43,6 +45,7 @@ class TCSSKeyFrameMap : public THtObjectDictionary {
 
  private:
   THtObjectList FOwned{true};  // the lists and their sections
+  std::unordered_set<const TCSSSection*> FSections;
 };
 
 }  // namespace ht

@@ -51,6 +51,8 @@ class TCSSStyleMap : public THtObjectDictionary {
  private:
   TCSSSelectors* BucketOf(const hstring& key);
   TCSSSelectors* BucketOf(TCSSPseudoClass pseudo);
+  template <class TAdd>
+  void VisitCompounds(TAdd add) const;
 
   const TShape FShape;
   std::vector<TCSSSelectors*> FBuckets;  // of the keyed shape
@@ -69,8 +71,9 @@ class TCSSStyleMaps {
   std::unique_ptr<TCSSStyleMap> Pseudos;
 
   /// Files under the tag, else the id, else the first class, else the conditions, else the first pseudo-class. A
-  /// selector with none of these is not filed.
-  void AddSelector(TCSSSelector* selector);
+  /// selector with none of these is not filed. A rule for `*` alone is merged into the first of its weight and medium, if
+  /// it may be.
+  void AddSelector(TCSSSelector* selector, bool mayMerge = true);
   void RemoveSection(const TCSSSection* section);
   void Clear();
   void GetAllClasses(THtStringList& list) const;

@@ -141,7 +141,7 @@ class TCSSStyleSheet : public TObject {
 
  private:
   template <class TVisit>
-  void VisitMaps(TVisit visit) const;
+  void VisitMaps(TVisit visit);
   TCSSStyleMaps& MapsFor(const TCSSSelector& selector);
   void AddSection(std::unique_ptr<TCSSSection> section, const hstring& keyFrameName, int32_t weight,
                   bool custom);
@@ -150,6 +150,8 @@ class TCSSStyleSheet : public TObject {
   void AddFonts(const THtObjectDictionary& families);
   void TakeImports(const TCSSParser& parser);
   void TakeMediaSets(TCSSParser& parser);
+
+  bool FHasForeignRules = false;  // nothing is merged with rules that belong to another sheet
 };
 
 /// The rules that every element has by its tag. They yield to all others of equal weight. Made at the first call.

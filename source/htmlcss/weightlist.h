@@ -47,9 +47,7 @@ class TCSSWeightList {
  private:
   using TItems = std::vector<TCSSWeightItem>;
 
-  TItems::iterator GroupOf(uint32_t key);
-  bool HasNone(uint32_t key, std::span<TCSSValue> values);
-  TItems::iterator PlaceOf(uint32_t key, int32_t order);
+  bool FindPlace(uint32_t key, int32_t order, std::span<TCSSValue> values, TItems::iterator& place);
 
   TItems FItems;
 };

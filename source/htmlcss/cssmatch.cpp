@@ -1,0 +1,198 @@
+#include "htmlcss/cssmatch.h"
+
+#include <array>
+#include <unordered_set>
+
+#include "htmlcss/stylesheet.h"
+
+namespace ht {
+
+namespace {
+
+TStyledHTMLNode* ParentOf(const TStyledHTMLNode& node) {
+  return static_cast<TStyledHTMLNode*>(node.THtNode::GetParent());
+}
+
+bool AnyNotApplies(const TCSSSelector& compound, TStyledHTMLNode& node, TCSSPseudo pseudos) {
+  for (const auto& negation : compound.Nots)
+    if (negation->Matches(node, pseudos)) return true;
+  return false;
+}
+
+bool StepsAside(const TCSSSelector& compound) {
+  return compound.Parent && (compound.Position == spSibling || compound.Position == spAllSiblings);
+}
+
+// Where the search for a compound begins.
+struct TStart {
+  enum TKind : uint8_t {
+    stNode,         // at one node
+    stElements,     // at each child of Node with a tag, from Index down to the first
+    stAllChildren,  // at each child of Node, from Index down to the first
+  };
+
+  TStyledHTMLNode* Node;
+  int32_t Index;  // of stNode: in the parent, or -1 if it is not known
+  TKind Kind;
+  TSelectorPosition Position;  // how the nodes were reached
+};
+
+class TStarts {
+ public:
+  size_t Count() const { return FCount; }
+  const TStart& operator[](size_t i) const { return i < kPlaces ? FPlaces[i] : FMore[i - kPlaces]; }
+  void Push(const TStart& start) {
+    if (FCount < kPlaces)
+      FPlaces[FCount] = start;
+    else
+      FMore.push_back(start);
+    ++FCount;
+  }
+  void Clear() {
+    FCount = 0;
+    FMore.clear();
+  }
+
+ private:
+  static constexpr size_t kPlaces = 12;  // hardly any query needs more, and these cost no allocation
+
+  size_t FCount = 0;
+  TStart FPlaces[kPlaces];
+  std::vector<TStart> FMore;
+};
+
+// Looks for nodes that meet the compounds of a chain, one after the other from right to left. A compound is asked of the
+// node it starts at and then of the ancestors of that node:
+//
+//   it is met: a negation that applies ends this way; no compound left of it is success; one that looks at ancestors
+//     starts at the node's parent, and the walk goes on all the same
+//   it is not met, and only the parent would do: this way ends
+//   the next compound looks at siblings, whether this one is met or not: it starts at the previous one, or at all from
+//     the node itself on down, and this way ends
+//
+// Compound after compound, instead of way after way, each pair of compound and node is looked at once: chains over
+// ancestors that are met everywhere take polynomial time, and no stack.
+class TChainSearch {
+ public:
+  explicit TChainSearch(TCSSPseudo pseudos) : FPseudos(pseudos) {}
+
+  // Whether the compounds to the left of `selector` are met from a child of `parent`.
+  bool RunFrom(const TStyledHTMLNode& element, TStyledHTMLNode& parent, const TCSSSelector& selector) {
+    switch (selector.Position) {
+      case spDescendant:
+      case spChild: FNext->Push({&parent, -1, TStart::stNode, selector.Position}); break;
+      case spSibling: PushPrevious(parent, element.NodeIndex()); break;
+      case spAllSiblings:
+        FNext->Push({&parent, element.NodeIndex() - 1, TStart::stAllChildren, spAllSiblings});
+    }
+    return Run(selector.Parent.get());
+  }
+
+ private:
+  bool Run(const TCSSSelector* compound) {
+    for (; compound && FNext->Count() > 0; compound = compound->Parent.get()) {
+      std::swap(FNow, FNext);
+      FNext->Clear();
+      FVisited.clear();
+      for (size_t i = 0; i < FNow->Count(); ++i)
+        if (Explore(*compound, (*FNow)[i])) return true;
+    }
+    return false;
+  }
+
+  enum TWay : uintptr_t { kAnyWay, kOnlyParent, kRow };
+
+  // Whether the compound has not come this way yet. Few steps are cheaper repeated than remembered.
+  bool IsNew(const TStyledHTMLNode* node, TWay way) {
+    return ++FSteps <= kFreeSteps || FVisited.insert(reinterpret_cast<uintptr_t>(node) | way).second;
+  }
+
+  bool Explore(const TCSSSelector& compound, const TStart& start) {
+    if (start.Kind == TStart::stNode) return Climb(compound, start.Node, start.Index, start.Position);
+    for (int32_t i = start.Index; i >= 0; --i) {
+      auto* child = static_cast<TStyledHTMLNode*>(start.Node->THtNode::GetNode(i));
+      if (start.Kind == TStart::stElements && child->GetTag().Empty()) continue;
+      if (!IsNew(child, kRow)) break;
+      const size_t before = FNext->Count();
+      if (Climb(compound, child, i, start.Position)) return true;
+      // What the children before this one lead to, too, is known now.
+      if (FNext->Count() > before && compound.Position == spAllSiblings) break;
+    }
+    return false;
+  }
+
+  bool Climb(const TCSSSelector& compound, TStyledHTMLNode* node, int32_t index, TSelectorPosition position) {
+    for (; node; node = ParentOf(*node), index = -1) {
+      if (!IsNew(node, position == spChild ? kOnlyParent : kAnyWay)) return false;
+      const TCSSPseudo current = HtCurrentPseudos(*node) + FPseudos;
+      if (compound.Matches(*node, current)) {
+        if (AnyNotApplies(compound, *node, current)) return false;
+        if (!compound.Parent) return true;
+        if (!StepsAside(compound) && GoUp(compound, *node)) return false;
+      } else if (position == spChild) {
+        return false;
+      }
+      if (StepsAside(compound)) {
+        GoAside(compound, *node, index);
+        return false;
+      }
+    }
+    return false;
+  }
+
+  // Whether that covers what the ancestors of the node lead to, too.
+  bool GoUp(const TCSSSelector& compound, const TStyledHTMLNode& node) {
+    TStyledHTMLNode* parent = ParentOf(node);
+    if (!parent) return false;
+    FNext->Push({parent, -1, TStart::stNode, compound.Position});
+    return compound.Position == spDescendant && compound.Parent->Nots.empty() &&
+           !StepsAside(*compound.Parent);
+  }
+
+  void GoAside(const TCSSSelector& compound, const TStyledHTMLNode& node, int32_t index) {
+    TStyledHTMLNode* parent = ParentOf(node);
+    if (!parent) return;
+    if (index < 0) index = node.NodeIndex();
+    if (compound.Position == spSibling)
+      PushPrevious(*parent, index);
+    else
+      FNext->Push({parent, index, TStart::stElements, spAllSiblings});
+  }
+
+  void PushPrevious(const TStyledHTMLNode& parent, int32_t index) {
+    while (--index >= 0) {
+      auto* sibling = static_cast<TStyledHTMLNode*>(parent.THtNode::GetNode(index));
+      if (sibling->GetTag().Empty()) continue;
+      FNext->Push({sibling, index, TStart::stNode, spSibling});
+      return;
+    }
+  }
+
+  static constexpr size_t kFreeSteps = 128;
+
+  const TCSSPseudo FPseudos;
+  TStarts FFirst, FSecond;
+  TStarts* FNow = &FFirst;
+  TStarts* FNext = &FSecond;
+  size_t FSteps = 0;
+  std::unordered_set<uintptr_t> FVisited;  // by this compound; the low bits are the way
+};
+
+}  // namespace
+
+bool HtMeetsRest(TStyledHTMLNode& element, const TCSSSelector& selector, TCSSPseudo current,
+                 TCSSPseudo pseudos) {
+  if (AnyNotApplies(selector, element, current)) return false;
+  if (!selector.Parent) return true;
+  TStyledHTMLNode* parent = ParentOf(element);
+  if (!parent) return false;
+  return TChainSearch(pseudos).RunFrom(element, *parent, selector);
+}
+
+bool TCSSStyleSheet::TestElement(TStyledHTMLNode& element, const TCSSSelector& selector, TCSSPseudo pseudos) {
+  if (!(pseudos <= selector.Pseudos)) return false;
+  const TCSSPseudo current = HtCurrentPseudos(element) + pseudos;
+  return selector.Matches(element, current) && HtMeetsRest(element, selector, current, pseudos);
+}
+
+}  // namespace ht

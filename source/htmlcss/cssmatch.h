@@ -1,0 +1,19 @@
+#pragma once
+
+#include "htmlcss/cssselector.h"
+#include "htmlcss/elementstyle.h"
+#include "htmlcss/styledhtmlnode.h"
+
+namespace ht {
+
+/// The pseudo-classes that the element has now; none while it has no style.
+inline TCSSPseudo HtCurrentPseudos(const TStyledHTMLNode& element) {
+  return element.FStyle ? element.FStyle->CurrentPC : TCSSPseudo();
+}
+
+/// What TCSSStyleSheet::TestElement asks of an element that meets the right-most compound: no negation applies to it,
+/// and the compounds to the left are met. `current` is what counts as present on the element, `pseudos` on all.
+bool HtMeetsRest(TStyledHTMLNode& element, const TCSSSelector& selector, TCSSPseudo current,
+                 TCSSPseudo pseudos);
+
+}  // namespace ht
