@@ -48,7 +48,9 @@ void TCSSKeyFrameMap::AddSection(const hstring& name, TCSSSection* section) {
     AddObject(list);
   }
   list->AddSection(section);
-  if (FSections.insert(section).second) FOwned.Add(section);
+  if (!FSections.insert(section).second) return;
+  FOwned.Add(section);
+  FFiled.push_back({name, section});
 }
 
 void TCSSKeyFrameMap::Assign(const TCSSKeyFrameMap& other) {
@@ -58,6 +60,7 @@ void TCSSKeyFrameMap::Assign(const TCSSKeyFrameMap& other) {
 void TCSSKeyFrameMap::Clear() {
   THtObjectDictionary::Clear();
   FSections.clear();
+  FFiled.clear();
   FOwned.Clear();
 }
 

@@ -38,6 +38,13 @@ class TCSSKeyFrameMap : public THtObjectDictionary {
   void AddSection(const hstring& name, TCSSSection* section);
   /// Null for an unknown name.
   TCSSKeyFrameList* GetKeyFrameList(std::u16string_view name) const { return Get<TCSSKeyFrameList>(name); }
+  /// One section that this map owns, and the animation it belongs to.
+  struct TFiled {
+    hstring Name;
+    const TCSSSection* Section;
+  };
+  /// The sections in the order in which they were filed.
+  const std::vector<TFiled>& Filed() const { return FFiled; }
   /// Takes the lists of another map by reference; it must outlive this one. A name that is here already stays.
   void Assign(const TCSSKeyFrameMap& other);
   /// Hides that of the dictionary: frees the lists and sections, too.
@@ -46,6 +53,7 @@ class TCSSKeyFrameMap : public THtObjectDictionary {
  private:
   THtObjectList FOwned{true};  // the lists and their sections
   std::unordered_set<const TCSSSection*> FSections;
+  std::vector<TFiled> FFiled;
 };
 
 }  // namespace ht
