@@ -154,13 +154,9 @@ THtmlEncoding GetBytesEncoding(std::string_view bytes, int32_t& codepage) {
   if (bytes.starts_with(kUtf16Mark)) return heUTF16;
   std::string_view sample = bytes.substr(0, kSample);
   if (sample.find(std::string_view("\0<", 2)) != sample.npos) return heUTF16;
-  // A sequence cut by the end of the sample says nothing.
-  std::string_view whole = sample;
-  if (sample.size() < bytes.size()) {
-    while (!whole.empty() && IsContinuation(whole.back())) whole.remove_suffix(1);
-    if (!whole.empty() && static_cast<uint8_t>(whole.back()) >= 0xC0) whole.remove_suffix(1);
-  }
-  if (IsUTF8Bytes(whole)) return heUTF8;
+  // A sequence cut by the end of the sample says nothing. A longer one that is cut ends the scan by itself.
+  const bool cut = sample.size() < bytes.size() && static_cast<uint8_t>(sample.back()) >= 0xC0;
+  if (IsUTF8Bytes(sample.substr(0, sample.size() - cut))) return heUTF8;
   codepage = NamedCodepage(sample);
   return heDefault;
 }

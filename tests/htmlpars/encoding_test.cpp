@@ -71,6 +71,7 @@ TEST(Encoding, OfBytesAndFiles) {
       // Only the first 4096 bytes count, and a sequence that they cut says nothing.
       {filler + "\xC3\xA9", heUTF8}, {filler + "12345\xC3\xA9", heDefault},
       {filler + "\xC3\xA9\x31\x31\x31\xE2\x82\xAC", heUTF8}, {filler + "123456\xC3\xA9", heDefault},
+      {filler + "1234\xC3\xA9x", heUTF8}, {filler + "\xC3\xA9\x31\x31\xE2\x82\xAC", heUTF8},
       {filler + "charset=koi8-r", heDefault}, {filler + "12345\0<"s, heDefault},
       // clang-format on
   };

@@ -94,7 +94,7 @@ const TCase kItems[] = {
     {u"<?a b?c?>d<?e>f<?g", u"?'a b?c''d'?'e''f'?'g'"},
     {u"<!DOCTYPE html [ <!ENTITY a \">\"> ]>x", u"$'DOCTYPE html [ <!ENTITY a \">\"> ]''x'"},
     {u"<!a \"b>c\">d", u"$'a \"b''c\">d'"}, {u"<!a '['>b]>c", u"$'a '['>b]''c'"},
-    {u"<!a \"[\">b", u"$'a \"[\"''b'"}, {u"<!>a>b<!c", u"$'>a''b'$'c'"},
+    {u"<!a \"[\">b", u"$'a \"[\"''b'"}, {u"<!a [\"]>\"]>b", u"$'a [\"]>\"]''b'"}, {u"<!>a>b<!c", u"$'>a''b'$'c'"},
     // Raw text
     {u"<script>if (a<b) '</p>' &lt;</SCRIPT>x", u"{script 'if (a<b) '</p>' &lt;'}'x'"},
     {u"<Script A=b>\n<!-- c --> </script>", u"{script a=b ' c '}"},

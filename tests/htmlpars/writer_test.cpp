@@ -127,7 +127,7 @@ TEST(Writer, InnerText) {
       {u"<div><p>a</p><p>b</p></div><h5>c</h5><h6>d</h6>", u"a\r\nb\r\ncd"},
       {u"<ul><li>a<li>b</ul>", u"\r\na\r\nb"}, {u"a<br>b<img alt=x>c<a href=y>d</a>", u"a\r\nbcd"},
       {u"<table><tr><td>a<td>b<tr><th>c</table>", u"\r\na\tb\r\nc"},
-      {u"<table><tr><td>a</td> <!--x--></table>", u"\r\na"},
+      {u"<table><tr><td>a</td>x</table>", u"\r\nax"}, {u"<table><tr><td>a</td><!--x-->y</table>", u"\r\na\ty"},
       {u"a<script>x</script><style>y</style><noscript>z</noscript><![CDATA[w]]><?v?>b", u"ab"},
       {u"<p> </p><p></p>x", u"x"}, {u"<span>  a \r\n b</span>", u"  a \r\n b"},
       // clang-format on
