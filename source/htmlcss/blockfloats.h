@@ -91,7 +91,8 @@ class TBlockFloats {
   float MaxWidth(float y, float height, float& left, float& right);
 
  private:
-  void HandOut(float top, float bottom, float leftOffset, float rightOffset, THtNode* node);
+  void AddToSide(TBlockSide TBlockFloats::*side, float top, float bottom, float offset, THtNode* node);
+  float SearchDown(float width, float y, float from, float height, float& left, float& right) const;
 };
 
 }  // namespace ht

@@ -37,7 +37,7 @@ bool IsBareNumber(TMeasureUnit unit) {
 }
 
 double RemBase(const TBaseElementStyle* style, bool wholePixels) {
-  if (!style || !style->FElement || !style->FElement->Parent()) return kRemWithoutRoot;
+  if (!style || !style->FElement || !style->FElement->GetParent()) return kRemWithoutRoot;
   TMeasure fontSize;
   style->FElement->RootNodeElement()->Style()->FontSize(fontSize);
   return wholePixels ? static_cast<double>(fontSize.GetPixels()) : fontSize.GetFPixels();

@@ -341,6 +341,13 @@ class TStyledHTMLNode : public THtmlNode {
   int64_t Index = 0;
 
  private:
+  TCSSStyleSheet& ChangeableSelfStyle();
+  void SelfStyleChanged(bool setAttribute);
+  void AppendVirtualCSS(const hstring& declarations, int32_t weight);
+  /// Of the box around the container; null at the top.
+  TStyledHTMLNode* OuterContainer() const { return Container == this ? nullptr : Container; }
+  bool RightToLeft() const;
+  bool HasPositionAround(TSet<TElementPosition> positions) const;
   void InternalJQuery(const TCSSSelectors& selectors, THtNodeList& list, bool stopAtFirst);
   bool InternalJQueryRef(const TCSSSelectors& selectors, const THtNodeProcRef& proc);
 };

@@ -18,6 +18,7 @@
 #include "htutils/methoddesc.h"
 #include "htutils/numbers.h"
 #include "htutils/objectlist.h"
+#include "htutils/samevalue.h"
 #include "htutils/strreplace.h"
 #include "htutils/strsearch.h"
 #include "htutils/thstring.h"
