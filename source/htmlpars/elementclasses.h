@@ -30,7 +30,7 @@ class TElementClasses : public THtObjectDictionary {
 
   /// For tags that are not registered; null: DefaultClass.
   const THtNodeClass* UnknownClass = nullptr;
-  /// For text, comments without a class of their own excepted. Null drops texts from the tree.
+  /// For texts. Null keeps texts out of the tree.
   const THtNodeClass* TextClass;
   const THtNodeClass* DefaultClass;
 

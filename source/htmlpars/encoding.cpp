@@ -65,16 +65,28 @@ bool IsUTF8Bytes(std::string_view bytes) {
   return found;
 }
 
+namespace {
+
+// The bytes that the characters of a text hold. False when one of them is no byte: the text never was bytes.
+bool BytesOf(std::u16string_view chars, THtBytes& bytes) {
+  bytes = HtNarrowText(chars);
+  return HtWidenBytes(bytes) == chars;
+}
+
+}  // namespace
+
 bool IsUTF8(std::u16string_view chars) {
-  const THtBytes bytes = HtNarrowText(chars.substr(0, chars.find(u'\0')));
-  return IsUTF8Bytes(bytes, static_cast<int32_t>(bytes.size()));
+  THtBytes bytes;
+  return BytesOf(chars.substr(0, chars.find(u'\0')), bytes) &&
+         IsUTF8Bytes(bytes, static_cast<int32_t>(bytes.size()));
 }
 
 hstring HtRecode(std::u16string_view chars, THtmlEncoding encoding, int32_t codepage) {
-  if (encoding == heUTF8) codepage = 65001;
+  if (encoding == heUTF8) codepage = kCodePageUtf8;
   const bool known =
       encoding == heUTF8 || (encoding == heANSI && codepage != 0 && HtCodePageExists(codepage));
-  return known ? HtBytesToText(HtNarrowText(chars), codepage) : hstring(chars);
+  THtBytes bytes;
+  return known && BytesOf(chars, bytes) ? HtBytesToText(bytes, codepage) : hstring(chars);
 }
 
 int32_t GetHTMLEncoding(const uint8_t*& pointer, int32_t count) {
@@ -125,15 +137,16 @@ int32_t NamedCodepage(std::string_view sample) {
   return CharsettoCodepage(view.substr(start, end - start));
 }
 
-// Decodes bytes that are UTF-8 from end to end and not plain ASCII.
-bool DecodeWholeUtf8(std::string_view bytes, hstring& text) {
+// Decodes bytes as UTF-8 if they are not plain ASCII and no more than `maxWrong` of a hundred of their other characters
+// are malformed.
+bool DecodeAsUtf8(std::string_view bytes, int maxWrong, hstring& text) {
   if (std::none_of(bytes.begin(), bytes.end(), [](char c) { return static_cast<uint8_t>(c) >= 0x80; }))
     return false;
   text = HtFromUtf8(bytes);
-  const auto replaced = std::count(text.begin(), text.end(), u'\xFFFD');
-  ptrdiff_t written = 0;
-  for (size_t at = 0; replaced > 0 && (at = bytes.find("\xEF\xBF\xBD", at)) != bytes.npos; at += 3) ++written;
-  return replaced == written;
+  ptrdiff_t wrong = std::count(text.begin(), text.end(), u'\xFFFD');
+  for (size_t at = 0; wrong > 0 && (at = bytes.find("\xEF\xBF\xBD", at)) != bytes.npos; at += 3) --wrong;
+  const auto others = std::count_if(text.begin(), text.end(), [](char16_t c) { return c >= 0x80; });
+  return wrong * 100 <= others * maxWrong;
 }
 
 hstring DecodeUtf16(std::string_view bytes) {
@@ -173,9 +186,10 @@ THtMarkupText HtDecodeMarkup(std::string_view bytes) {
   int32_t codepage;
   const THtmlEncoding encoding = GetBytesEncoding(bytes, codepage);
   if (encoding != heDefault) return HtDecodeMarkup(bytes, encoding, 0);
-  THtMarkupText whole{{}, true};
-  if (DecodeWholeUtf8(bytes, whole.Text)) return whole;
-  const bool known = codepage != 0 && HtCodePageExists(codepage);
+  // A document that says it is UTF-8 may have its faults; but not most of it.
+  THtMarkupText utf8{{}, true};
+  if (DecodeAsUtf8(bytes, codepage == kCodePageUtf8 ? 50 : 0, utf8.Text)) return utf8;
+  const bool known = codepage != 0 && codepage != kCodePageUtf8 && HtCodePageExists(codepage);
   return HtDecodeMarkup(bytes, known ? heANSI : heDefault, codepage);
 }
 

@@ -32,7 +32,7 @@ THtmlEncoding GetFileEncoding(const hstring& fileName, int32_t& codepage);
 THtmlEncoding GetBytesEncoding(std::string_view bytes, int32_t& codepage);
 
 /// Text whose characters hold one byte each, decoded anew: for heUTF8 as UTF-8, for heANSI in the code page (if it is
-/// not 0). For any other encoding, and for an unknown code page, the text as it is.
+/// not 0). For any other encoding, for an unknown code page, and where a character is no byte, the text as it is.
 hstring HtRecode(std::u16string_view chars, THtmlEncoding encoding, int32_t codepage);
 
 /// A document's text and whether its encoding is settled.

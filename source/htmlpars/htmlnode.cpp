@@ -1,5 +1,6 @@
 #include "htmlpars/htmlnode.h"
 
+#include "htmlpars/constants.h"
 #include "htmlpars/lower.h"
 #include "htmlpars/parser.h"
 #include "htruntime/numformat.h"
@@ -9,9 +10,7 @@ namespace ht {
 
 namespace {
 
-constexpr hstring kClass = u"class"_hs;
 constexpr hstring kId = u"id"_hs;
-constexpr hstring kStyle = u"style"_hs;
 constexpr hstring kBody = u"body"_hs;
 
 }  // namespace
@@ -36,7 +35,12 @@ void THtmlNode::Parse(const hstring& text, bool ignoreMetaEncoding) {
   parser.IgnoreMetaEncoding = ignoreMetaEncoding;
   parser.GlobalRoot = Root();
   InternalParse(parser);
-  if (!FParent && !NodebyName(kBody) && !NodebyName(u"html"_hs)) SetTag(kBody);
+  if (FParent) return;
+  const bool hasBody = NodebyName(kBody) || NodebyName(u"html"_hs);
+  if (!hasBody)
+    SetTag(kBody);
+  else if (FTagId == tgBody)
+    SetTag({});  // a root that was the "body" of another document before
 }
 
 void THtmlNode::ParseAttributes(THtmlParser& parser) {
@@ -44,7 +48,7 @@ void THtmlNode::ParseAttributes(THtmlParser& parser) {
 }
 
 void THtmlNode::ParseAttributes(const hstring& text) {
-  THtmlParser parser(u"<x " + text + u"/>", false);
+  THtmlParser parser(u"<x " + text + u" />", false);
   if (parser.NextItem()) ParseAttributes(parser);
 }
 
@@ -130,15 +134,15 @@ void THtmlNode::ChangeEncoding(THtmlEncoding encoding, int32_t codepage) {
 
 hstring THtmlNode::GetId() const { return GetAttribute(kId); }
 void THtmlNode::SetId(const hstring& id) { SetAttr(kId, id); }
-hstring THtmlNode::GetSelfStyle() const { return GetAttribute(kStyle); }
-void THtmlNode::SetSelfStyle(const hstring& text) { SetAttr(kStyle, text); }
-hstring THtmlNode::GetStyleClassStr() const { return GetAttribute(kClass); }
+hstring THtmlNode::GetSelfStyle() const { return GetAttribute(sStyle); }
+void THtmlNode::SetSelfStyle(const hstring& text) { SetAttr(sStyle, text); }
+hstring THtmlNode::GetStyleClassStr() const { return GetAttribute(HtClassStr); }
 
 void THtmlNode::SetStyleClass(const hstring& text) {
   if (!text.Empty())
-    SetAttr(kClass, text);
+    SetAttr(HtClassStr, text);
   else if (FAttributes)
-    FAttributes->ClearAttr(kClass);
+    FAttributes->ClearAttr(HtClassStr);
 }
 
 void THtmlNode::ToggleClass(const hstring& name) { HasClass(name) ? RemoveClass(name) : AddClass(name); }
@@ -172,13 +176,14 @@ void THtmlNode::MoveChildrentoParent(bool before) {
 
 void THtmlNode::MoveChildrento(THtNode* target, int32_t index) {
   if (!FNodes) return;
+  THtNodeList& nodes = *target->GetNodes();
+  if (index > nodes.GetCount()) nodes.GetNode(index);  // raises before anything moves
   THtNodeList moved(true, false);
   moved.TakeAll(0, *FNodes);
   const bool kept = moved.IndexOf(target) >= 0;
   moved.RemoveItem(target);
   if (kept) FNodes->Add(target);
   for (THtNode* node : moved) node->SetParent(target);
-  THtNodeList& nodes = *target->GetNodes();
   nodes.TakeAll(index < 0 ? nodes.GetCount() : index, moved);
 }
 

@@ -110,11 +110,16 @@ class THtmlNode : public THtNode {
   THtmlNode* AddTemporary();
 
   // The tree builder
+  struct TFrame {
+    THtNode* Result = nullptr;  // what the frame returns when it ends
+    int32_t LastCell = -1;      // of a row: the index of its last cell among the first Scanned children, or -1
+    int32_t Scanned = 0;
+  };
   THtNode* ParseContent(THtmlParser& parser);
-  bool ParseStartTag(THtmlParser& parser, THtNode*& result);
+  bool ParseStartTag(THtmlParser& parser, TFrame& frame);
   bool Descend(THtmlNode* child, THtmlParser& parser, THtNode*& result);
   bool RepairTable(THtmlParser& parser, THtmlNode*& child);
-  THtmlNode* LastCell() const;
+  THtmlNode* LastCell(TFrame& frame) const;
   THtNode* CheckOrder(THtmlParser& parser);
   THtNode* WithinReach(THtNode* node, const THtmlParser& parser) const;
   THtNode* FindClosed(THtmlParser& parser);

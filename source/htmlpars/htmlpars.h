@@ -3,6 +3,7 @@
 #include "htmlpars/attributes.h"
 #include "htmlpars/charclasses.h"
 #include "htmlpars/colors.h"
+#include "htmlpars/constants.h"
 #include "htmlpars/elementclasses.h"
 #include "htmlpars/encoding.h"
 #include "htmlpars/entities.h"

@@ -1,5 +1,8 @@
 // Trees to plain text: for readers, and flat for search.
 
+#include <optional>
+#include <utility>
+
 #include "htmlpars/htmlnode.h"
 #include "htutils/faststring.h"
 #include "htutils/strsearch.h"
@@ -16,13 +19,48 @@ constexpr THtTagSet kFlatLines = kTextBlocks + THtTagSet{tgTd, tgTh, tgText};
 
 constexpr bool HasNoText(THTMLTokenType type) { return type >= htScript && type <= htCData; }
 
-// Only blank text stands before the node in its parent.
-bool IsFirstVisible(const THtNode& node) {
-  for (THtNode* sibling = node.GetParent()->FirstChild(); sibling && sibling != &node;
-       sibling = sibling->NextSibling())
-    if (!sibling->GetTag().Empty() || !BlankString(sibling->GetContent())) return false;
-  return true;
+bool IsBlankText(const THtNode& node) {
+  return node.GetTag().Empty() && node.TagType != htCData && BlankString(node.GetContent());
 }
+
+// What each child of a node asks about its siblings is worked out once for the walk over all of them.
+class TSiblings {
+ public:
+  explicit TSiblings(const THtNode& parent) : FParent(parent), FOuter(std::exchange(FCurrent, this)) {}
+  ~TSiblings() { FCurrent = FOuter; }
+  TSiblings(const TSiblings&) = delete;
+  TSiblings& operator=(const TSiblings&) = delete;
+
+  // The first child that is more than blank text.
+  static const THtNode* FirstVisible(const THtNode& parent) {
+    const auto find = [&parent] {
+      const THtNode* node = parent.FirstChild();
+      while (node && IsBlankText(*node)) node = node->NextSibling();
+      return node;
+    };
+    return IsCurrent(parent) ? Remember(FCurrent->FFirstVisible, find) : find();
+  }
+  static const THtNode* LastTagged(const THtNode& parent) {
+    const auto find = [&parent] { return parent.LastChildTag(); };
+    return IsCurrent(parent) ? Remember(FCurrent->FLastTagged, find) : find();
+  }
+
+ private:
+  static bool IsCurrent(const THtNode& parent) { return FCurrent && &FCurrent->FParent == &parent; }
+  template <class TFind>
+  static const THtNode* Remember(std::optional<const THtNode*>& answer, const TFind& find) {
+    if (!answer) answer = find();
+    return *answer;
+  }
+
+  static constinit thread_local TSiblings* FCurrent;
+
+  const THtNode& FParent;
+  std::optional<const THtNode*> FFirstVisible, FLastTagged;
+  TSiblings* FOuter;
+};
+
+constinit thread_local TSiblings* TSiblings::FCurrent = nullptr;
 
 }  // namespace
 
@@ -35,6 +73,7 @@ hstring THtmlNode::GetInnerText() {
     text = static_cast<THtmlNode*>(FirstChild())->GetInnerText();
   } else if (GetCount() > 0) {
     TTreeDepthGuard guard;
+    TSiblings children(*this);
     TFastString builder(1024);
     builder.Add(text);
     for (THtNode* node = FirstChild(); node; node = node->NextSibling())
@@ -43,10 +82,10 @@ hstring THtmlNode::GetInnerText() {
   }
   if (!text.Empty() && kTextBlocks.Contains(FTagId)) {
     const bool inBlock = FParent && kBlockParents.Contains(FParent->GetTagId());
-    text = inBlock && IsFirstVisible(*this) ? hstring(HtTrimLeft(text))
-                                            : hstring::Concat(kLineEnd, HtTrim(text));
+    text = inBlock && TSiblings::FirstVisible(*FParent) == this ? hstring(HtTrimLeft(text))
+                                                                : hstring::Concat(kLineEnd, HtTrim(text));
   }
-  if ((FTagId == tgTd || FTagId == tgTh) && FParent && FParent->LastChildTag() != this) text += u'\t';
+  if ((FTagId == tgTd || FTagId == tgTh) && FParent && TSiblings::LastTagged(*FParent) != this) text += u'\t';
   return text;
 }
 

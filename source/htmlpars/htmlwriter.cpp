@@ -119,8 +119,9 @@ bool THtmlNode::WriteMarkedContent(TFastString& builder) const {
   };
   static constexpr TMarks kMarks[] = {{u"<!--", u"-->"}, {u"<?", u"?>"}, {u"<![CDATA[", u"]]>"}};
   static_assert(htDirective == htComment + 1 && htCData == htComment + 2);
-  if (TagType < htComment || TagType > htCData) return false;
-  const TMarks& marks = kMarks[TagType - htComment];
+  const THTMLTokenType kind = FTagId == tgComment ? htComment : FTagId == tgDirective ? htDirective : TagType;
+  if (kind < htComment || kind > htCData) return false;
+  const TMarks& marks = kMarks[kind - htComment];
   builder.Add(marks.Start);
   builder.Add(FContent);
   builder.Add(marks.End);
@@ -161,7 +162,7 @@ void THtmlNode::FastInnerHTML(TFastString& builder) {
     WriteRawOpener(builder);
     builder.Add(FContent);
     return AddEndTag(builder, *this);
-  } else if ((FTagId == tgComment || FTagId == tgDirective) && !FAttributes && !FNodes) {
+  } else if ((FTagId == tgComment || FTagId == tgDirective) && GetCount() == 0) {
     WriteMarkedContent(builder);
     return;
   } else {

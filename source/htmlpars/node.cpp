@@ -99,7 +99,7 @@ THtNode* THtNode::AddNode(std::unique_ptr<THtNode> node) {
 }
 
 void THtNode::DeleteChild(THtNode* node) {
-  const int32_t index = FNodes ? FNodes->IndexOf(node) : -1;
+  const int32_t index = FNodes ? FNodes->IndexFromEnd(node) : -1;
   if (index < 0) throw EHtException(u"Child node not found");
   FNodes->Delete(index);
 }

@@ -30,6 +30,10 @@ hstring THtNode::GetAttribute(const hstring& name) const {
 void THtNode::CopyAttributesFrom(const THtNode* node) {
   if (!node->FAttributes) return;
   THtAttributes* target = CreateAttributes();
+  if (target->Count == 0) {
+    *target = *node->FAttributes;
+    return;
+  }
   for (int32_t i = 0; i < node->FAttributes->Count; ++i)
     target->SetAttribute(node->FAttributes->GetName(i), node->FAttributes->GetValue(i));
 }

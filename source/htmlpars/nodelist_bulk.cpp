@@ -105,7 +105,11 @@ THtNodeList& THtNodeList::First() {
 }
 
 THtNodeList& THtNodeList::Last() {
-  while (FCount > 1) Delete(0);
+  if (FCount < 2) return *this;
+  THtNode* last = LastNode();
+  RawDelete(FCount - 1);
+  Clear();
+  Add(last);
   return *this;
 }
 

@@ -4,6 +4,7 @@
 #include <bit>
 
 #include "htdictionary/fieldoffset.h"
+#include "htmlpars/constants.h"
 #include "htmlpars/htmlnode.h"
 #include "htmlpars/lower.h"
 #include "htmlpars/textscan.h"
@@ -30,7 +31,7 @@ THtmlParser::THtmlParser(hstring text, bool xmlMode)
       FArena(4 * text.Size()),
       FTokenizer(std::move(text), xmlMode, xmlMode, &TagList),
       FXMLMode(xmlMode) {
-  if (!xmlMode) FTokenizer.Intern(u"*");
+  if (!xmlMode) FTokenizer.Intern(sAsterisk);
   TStringParser& scanner = FTokenizer.FParser;
   FShared.resize(std::bit_ceil(std::clamp<size_t>(scanner.Rest().size() / 64, 16, kMaxSharedSlots)));
   scanner.SkipBlanks();
@@ -214,7 +215,10 @@ bool THtmlParser::ReadAttributeValue(hstring& value) {
     return AtEnd() || Type() == htSpace || Type() == htTagEnd || Type() == htScript || Type() == htStyle;
   };
   const bool slash = Type() == htTagClose;
-  if (slash) Scan(false);
+  if (slash) {
+    FTokenizer.FTagName = FTagRec->Value;  // a "/" of a value closes nothing
+    Scan(false);
+  }
   if (Type() == htString) {
     value = slash ? u"/"_hs + FTokenizer.Name() : ShareText(FTokenizer.Name());
     FTokenizer.SkipSpace();
@@ -287,8 +291,9 @@ void THtmlParser::CheckMetaCharset() {
   if (FEncodingProcessed) return;
   const bool contentType = HtSameAscii(Attributes->GetAttribute(u"http-equiv"_hs), u"content-type");
   hstring charset = Attributes->GetAttribute(contentType ? u"content"_hs : u"charset"_hs);
-  if (charset.Empty()) return;
   hLower(charset);
+  const std::u16string_view named = charset;
+  if (named.empty() || (contentType && named.find(u"charset") == named.npos)) return;
   FEncodingProcessed = true;
   if (charset.View().find(u"utf-8") != std::u16string_view::npos) return ChangeEncoding(heUTF8, 0);
   const int32_t codepage = ht::CharsettoCodepage(charset);

@@ -105,8 +105,9 @@ class TStringParser final : public TInterfacedObject, public IStringParser {
   /// Reads up to CR or LF and steps past the line end; CR LF counts as one.
   void ReadLn(hstring& text);
 
-  // Numbers. All skip blanks, one "," with blanks behind it (ReadIntOrFloat: no ",") and take one sign. The end
-  // of the text gives 0. With RaiseException, EConvertError "Incorrect number" where no digit follows.
+  // Numbers. All skip blanks, one "," with blanks behind it (ReadIntOrFloat: no ",") and take one sign. With
+  // RaiseException, EConvertError "Incorrect number" where something other than a digit follows. The end of the text
+  // gives 0; with RaiseException ReadNumEx and ReadIntOrFloat raise there.
 
   /// Stops, with digits left unread, before the value could pass 32 bits.
   int32_t ReadInt();

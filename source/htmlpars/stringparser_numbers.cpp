@@ -28,6 +28,7 @@ bool TStringParser::ReadHead(bool comma, bool& negative) {
   if (Empty()) return false;
   negative = *p == u'-';
   if (*p == u'-' || *p == u'+') ++p;
+  if (Empty()) return false;
   if (RaiseException && !AtDigit()) RaiseNumber();
   return true;
 }
@@ -126,7 +127,7 @@ double TStringParser::ReadNumEx() {
   if (AtExponent()) {
     ++p;
     const int32_t exponent = ReadInt();
-    if (exponent < 38 || RaiseException) value *= std::pow(10.0, exponent);
+    if (value != 0 && (exponent < 38 || RaiseException)) value *= std::pow(10.0, exponent);
   }
   return negative ? -value : value;
 }

@@ -207,7 +207,7 @@ void THTMLTokenizer::ReadUpTo(const char16_t* start, char16_t stopper) {
   FScratch.assign(start, p);
   while (*p == u'&') {
     ++p;
-    AppendCodePoint(Escape());
+    AppendCodePoint(Escape(stopper));
     const char16_t* clean = p;
     p = HtFindEither(p, FParser.pend, stopper, u'&');
     FScratch.append(clean, p);
@@ -303,16 +303,20 @@ void THTMLTokenizer::ReadStyle() {
   FToken.CType = htStyle;
 }
 
-// Every "<!--" goes, and with each the first "-->" behind it.
+// Every "<!--" goes, and with each the first "-->" behind it. Where both could begin, the "-->" that an earlier mark
+// waits for comes first.
 void THTMLTokenizer::DropCommentMarks() {
   FScratch.clear();
   size_t open = 0;
-  for (char16_t c : FName) {
-    FScratch.push_back(c);
-    if (FScratch.ends_with(u"<!--")) {
+  size_t behind = 0;  // where the last mark was
+  for (size_t i = 0; i < FName.size(); ++i) {
+    FScratch.push_back(FName[i]);
+    const bool closesNext = open > 0 && i + 1 < FName.size() && FName[i + 1] == u'>';
+    if (FScratch.ends_with(u"<!--") && !closesNext) {
       FScratch.erase(FScratch.size() - 4);
+      behind = FScratch.size();
       ++open;
-    } else if (open > 0 && FScratch.ends_with(u"-->")) {
+    } else if (open > 0 && FScratch.ends_with(u"-->") && FScratch.size() >= behind + 3) {
       FScratch.erase(FScratch.size() - 3);
       --open;
     }
@@ -331,11 +335,12 @@ void THTMLTokenizer::AppendCodePoint(uint32_t code) {
   }
 }
 
-// The cursor stands behind "&" and moves behind the reference, if it is one.
-uint32_t THTMLTokenizer::Escape() {
+// The cursor stands behind "&" and moves behind the reference, if it is one; but never over what ends the text around
+// it, for a reference that lacks its ";" would take the quote of an attribute with it.
+uint32_t THTMLTokenizer::Escape(char16_t textEnd) {
   const char16_t* p = FParser.p;
-  const auto take = [this](int32_t count, uint32_t code) {
-    FParser.Skip(count);
+  const auto take = [&](ptrdiff_t count, uint32_t code) {
+    FParser.p = std::find(p, p + std::min(count, FParser.pend - p), textEnd);
     return code;
   };
   if (AtRest(u"lt;")) return take(3, u'<');
@@ -350,9 +355,8 @@ uint32_t THTMLTokenizer::Escape() {
       std::find_if(p, last, [](char16_t c) { return c == u';' || c == u' ' || c == 0; });
   if (*p == u'#') return EscapeNumber(stopper);
   if (*stopper != u';') return u'&';
-  const auto length = static_cast<int32_t>(stopper - p);
-  const uint32_t code = GlobalEntityDictionary().FindEntity(p, length);
-  return code ? take(length + 1, code) : u'&';
+  const uint32_t code = GlobalEntityDictionary().FindEntity(p, static_cast<int32_t>(stopper - p));
+  return code ? take(stopper - p + 1, code) : u'&';
 }
 
 uint32_t THTMLTokenizer::EscapeNumber(const char16_t* stopper) {

@@ -100,7 +100,7 @@ class THTMLTokenizer {
   void ReadUpTo(const char16_t* start, char16_t stopper);
   std::u16string_view ReadRawText(std::u16string_view endTag);
   void DropCommentMarks();
-  uint32_t Escape();
+  uint32_t Escape(char16_t textEnd);
   uint32_t EscapeNumber(const char16_t* stopper);
   void AppendCodePoint(uint32_t code);
 

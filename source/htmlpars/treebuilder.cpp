@@ -53,22 +53,22 @@ THtNode* THtmlNode::InternalParse(THtmlParser& parser) {
 }
 
 THtNode* THtmlNode::ParseContent(THtmlParser& parser) {
-  THtNode* result = nullptr;
+  TFrame frame;
   while (parser.NextItem()) {
     if (!parser.IsCloseTag) {
-      if (ParseStartTag(parser, result)) return result;
+      if (ParseStartTag(parser, frame)) return frame.Result;
     } else if (parser.Tag == FTag && (this != parser.FTop || parser.FTopCloses)) {
       for (int32_t i = parser.IncorrectStack.GetCount(); i-- > 0;)
         if (parser.IncorrectStack.Get<THtNode>(i)->HasAsParent(this)) parser.IncorrectStack.Delete(i);
       LeaveTable();
       break;
     } else if (THtNode* closed = FindClosed(parser)) {
-      result = closed;
+      frame.Result = closed;
       break;
     }
   }
   AfterParse();
-  return result;
+  return frame.Result;
 }
 
 // Recurses into a child. True: this frame leaves as well, with the result.
@@ -86,11 +86,11 @@ bool THtmlNode::Descend(THtmlNode* child, THtmlParser& parser, THtNode*& result)
 }
 
 // Takes anything but a close tag. True: this frame leaves with the result.
-bool THtmlNode::ParseStartTag(THtmlParser& parser, THtNode*& result) {
+bool THtmlNode::ParseStartTag(THtmlParser& parser, TFrame& frame) {
   if (parser.IncorrectStack.GetCount() > 0) {
     parser.RepeatCurrent = true;
     THtmlNode* child = Reopen(parser);
-    return child && Descend(child, parser, result);
+    return child && Descend(child, parser, frame.Result);
   }
   if (parser.TagType != htIdent && parser.TagType != htString) {
     AddSpecial(parser);
@@ -104,18 +104,18 @@ bool THtmlNode::ParseStartTag(THtmlParser& parser, THtNode*& result) {
       THtmlNode* child = nullptr;
       if (kRepaired.Contains(FTagId) && RepairTable(parser, child)) {
         parser.RepeatCurrent = true;
-        return Descend(child, parser, result);
+        return Descend(child, parser, frame.Result);
       }
-      THtmlNode* cell = FTagId == tgTr && kLastCellContent.Contains(id) ? LastCell() : nullptr;
+      THtmlNode* cell = FTagId == tgTr && kLastCellContent.Contains(id) ? LastCell(frame) : nullptr;
       if (cell && MayNest(parser)) {
         parser.RepeatCurrent = true;
-        result = cell->InternalParse(parser);
+        frame.Result = cell->InternalParse(parser);
         --parser.FStackLevel;
         return false;
       }
       if (THtNode* closed = CheckOrder(parser)) {
         parser.RepeatCurrent = true;
-        result = closed;
+        frame.Result = closed;
         return true;
       }
     }
@@ -127,7 +127,7 @@ bool THtmlNode::ParseStartTag(THtmlParser& parser, THtNode*& result) {
     return false;
   }
   child->AssignTag(parser.TagRec());
-  return Descend(child, parser, result);
+  return Descend(child, parser, frame.Result);
 }
 
 // An inline element that was closed with its container is built again for the item.
@@ -184,10 +184,14 @@ bool THtmlNode::RepairTable(THtmlParser& parser, THtmlNode*& child) {
   return child != nullptr;
 }
 
-THtmlNode* THtmlNode::LastCell() const {
-  for (int32_t i = GetCount(); i-- > 0;)
-    if (kCells.Contains(GetNode(i)->FTagId)) return GetNode(i);
-  return nullptr;
+// The last cell of a row. Children that were looked at once are not looked at again.
+THtmlNode* THtmlNode::LastCell(TFrame& frame) const {
+  if (GetCount() < frame.Scanned) frame.Scanned = 0;
+  int32_t i = GetCount();
+  while (i-- > frame.Scanned && !kCells.Contains(GetNode(i)->FTagId)) {}
+  if (i >= frame.Scanned || frame.Scanned == 0) frame.LastCell = i;
+  frame.Scanned = GetCount();
+  return frame.LastCell >= 0 ? GetNode(frame.LastCell) : nullptr;
 }
 
 // The node up to which the item closes open elements, or null.
@@ -289,8 +293,8 @@ THtNode* THtmlNode::FindClosed(THtmlParser& parser) {
     if (!kTableParts.Contains(id) && kTableParts.Contains(node->FTagId)) break;
     if (id == tgSpan && node->FTagId == tgDiv) break;
     if (node->FTagId == tgBody || node->FTagId == tgHtml) break;
-    if (id == tgTable && node->FTagId == tgTr && node->FParent) node = node->GetParent();
-    if (id == tgTable && node->FTagId == tgTbody && node->FParent) node = node->GetParent();
+    for (THtTagId part : {tgTr, tgTbody})
+      if (id == tgTable && node != end && node->FTagId == part && node->FParent) node = node->GetParent();
     if (node == end) break;
     if (node->FTag == parser.Tag) return node;
     if (kReopened.Contains(node->FTagId)) stack.Add(node);

@@ -31,7 +31,7 @@ bool IsWholeNumber(const hstring& text, int32_t& number) {
   return HtIsDigit(text[0]) && HtTryStrToInt(text, number);
 }
 
-// No element name begins like a number, so an operand that does is a literal.
+// No element name begins like a number, so an operand of a comparison that does is a literal.
 bool StartsNumber(std::u16string_view text) {
   if (text.size() > 1 && (text[0] == u'-' || text[0] == u'+' || text[0] == u'.')) text.remove_prefix(1);
   return !text.empty() && HtIsDigit(text[0]);
@@ -50,7 +50,6 @@ void ReadOperand(TStringParser& parser, hstring& operand, bool& literal, bool& a
   attribute = !text.empty() && text[0] == u'@';
   if (attribute || literal) text.remove_prefix(1);
   if (literal && !text.empty()) text.remove_suffix(1);
-  if (!attribute && !literal) literal = StartsNumber(text);
   operand = text;
 }
 
@@ -145,6 +144,8 @@ void TXPathProcessor::ParseConditions(const hstring& text, TXPathNode& step) {
       parser.SkipBlanks();
       ReadOperand(parser, condition.right, condition.rightstr, condition.rightattr);
       parser.SkipBlanks();
+      condition.leftstr |= !condition.leftattr && StartsNumber(condition.left);
+      condition.rightstr |= !condition.rightattr && StartsNumber(condition.right);
     }
     step.Conditions.push_back(condition);
   }

@@ -17,7 +17,8 @@ namespace ht {
 // Positions count from 0, over the siblings that have a tag. Comparisons are joined from left to right without
 // precedence. An operand is a quoted text, a number, "@name", "text()" or a path from the node tested; without an
 // operator and a right side it is asked for existence. "<" and its kin compare whole numbers and are false for
-// anything else. Whatever makes no sense finds nothing; no path is rejected.
+// anything else. Whatever makes no sense finds nothing; no path is rejected, but one of more than kMaxTreeDepth steps may
+// raise EHtException.
 
 HT_ENUM(TXConditionType, uint8_t, ctEQ, ctNotEQ, ctLess, ctAbove, ctLessEQ, ctAboveEQ, ctIndex);
 HT_ENUM(TXBoolOp, uint8_t, boAnd, boOr, boNot);

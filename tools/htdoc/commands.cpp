@@ -4,13 +4,11 @@ extern const TCommand kTreeCommand;
 extern const TCommand kHtmlCommand;
 extern const TCommand kTextCommand;
 extern const TCommand kXPathCommand;
+extern const TCommand kCssCommand;
 
 std::span<const TCommand* const> AllCommands() {
   static constexpr const TCommand* kCommands[] = {
-      &kTreeCommand,
-      &kHtmlCommand,
-      &kTextCommand,
-      &kXPathCommand,
+      &kTreeCommand, &kHtmlCommand, &kTextCommand, &kXPathCommand, &kCssCommand,
   };
   return kCommands;
 }

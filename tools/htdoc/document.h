@@ -17,5 +17,8 @@ constexpr TOption kEncodingOption{"--encoding", true};
 /// EFileStreamError or EStreamError.
 std::string ReadInput(const std::string& fileName);
 
+/// The text of a file that is no document. Raises EUsage for an encoding that does not exist.
+ht::hstring ReadText(const TArguments& arguments, const std::string& fileName);
+
 /// The document of a file, parsed. Raises EUsage for an encoding that does not exist.
 std::unique_ptr<ht::THtmlNode> ReadDocument(const TArguments& arguments, const std::string& fileName);
