@@ -49,7 +49,7 @@ void TCSSParser::ReadSelectors() {
       case ctOpenBr:
       case ctSlash: AddSelector(); break;
       case ctDelimiter:
-        if (Token().Name == u"*" || Token().Name == u".")
+        if (IsChar(u'*') || IsChar(u'.'))
           AddSelector();
         else
           NextSolidToken();
@@ -87,18 +87,18 @@ void TCSSParser::SkipSection() {
 }
 
 void TCSSParser::ParseValue(TCSSTokens& tokens) {
-  while (Tokenizer && NextToken()) tokens.Append(std::move(Tokenizer->Token));
+  while (Tokenizer && NextToken()) tokens.Append(TakeToken());
 }
 
 // Steps over tokens up to behind one of the type. The last word or string on the way is the name.
 void TCSSParser::ReadName(hstring& name, TCSSTokenType end) {
   while (NextSolidToken() && !Is(end))
-    if (Is(ctIdent) || Is(ctString)) name = Token().Name;
+    if (Is(ctIdent) || Is(ctString)) name = Tokenizer->NewName();
   NextSolidToken();
 }
 
 void TCSSParser::AddAtKeyword() {
-  const hstring& name = Token().Name;
+  const hstring& name = Tokenizer->NewName();
   const auto is = [&name](std::u16string_view keyword) { return HtSameAscii(name, keyword); };
   if (is(u"@media")) {
     AddMedia();
@@ -120,9 +120,9 @@ void TCSSParser::AddImport() {
   if (!NextSolidToken()) return;
   if (!Is(ctSemicolon)) {
     TCSSImport& import = Imports.emplace_back();
-    import.Address = std::move(Tokenizer->Token);
+    import.Address = TakeToken();
     while (NextSolidToken() && !Is(ctSemicolon))
-      if (Is(ctIdent) || Is(ctString) || Is(ctFunction)) import.Media.Append(std::move(Tokenizer->Token));
+      if (Is(ctIdent) || Is(ctString) || Is(ctFunction)) import.Media.Append(TakeToken());
   }
   NextSolidToken();
 }

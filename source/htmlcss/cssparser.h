@@ -36,7 +36,7 @@ class TCSSParser {
 
  public:
   std::unique_ptr<TCSSTokenizer> Tokenizer;  // null for an empty text
-  std::vector<TCSSToken> Tokens;             // of the selector or value under construction
+  THtPoolVector<TCSSToken> Tokens;           // of the value under construction
   TCSSMediaSet* MediaSet = nullptr;          // of the `@media` block being read, else null; not owned
   bool ParseNumbers;
   /// The section being built. Whoever wants it takes it; else the next one frees it.
@@ -73,20 +73,23 @@ class TCSSParser {
   void SkipSection();
   /// Up to the next "}" or ";", which stays current.
   void SkipValue();
-  /// Moves the current token to Tokens.
-  void AddToken() { Tokens.push_back(std::move(Tokenizer->Token)); }
+  /// Appends the current token to Tokens.
+  void AddToken() { Tokens.emplace_back(Tokenizer->Head(), Tokenizer->NewName()); }
   void ClearList() { Tokens.clear(); }
 
  private:
+  // The current token; it has no Name until it is taken.
   const TCSSToken& Token() const { return Tokenizer->Token; }
   bool Is(TCSSTokenType type) const { return Token().CType == type; }
-  bool NextToken() { return Tokenizer->NextToken(); }
-  bool NextSolidToken() { return Tokenizer->NextSolidToken(); }
+  std::u16string_view Text() const { return Tokenizer->Text(); }
+  bool IsChar(char16_t c) const { return Tokenizer->IsChar(c); }
+  TCSSToken TakeToken() { return {Tokenizer->Head(), Tokenizer->NewName()}; }
+  bool NextToken() { return Tokenizer->Scan(); }
+  bool NextSolidToken() { return Tokenizer->ScanSolid(); }
   bool Eof() const { return Tokenizer->Eof; }
 
   void ReadSelectors();
   void CloseBlock();
-  bool CollectSelector();
   bool CollectValue(bool& important);
   void ReadName(hstring& name, TCSSTokenType end);
   void AddMedia();

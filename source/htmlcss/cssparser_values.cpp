@@ -1,6 +1,6 @@
 #include <algorithm>
-#include <span>
-#include <unordered_set>
+#include <bit>
+#include <vector>
 
 #include "htmlcss/cssparser.h"
 #include "htmlcss/cssproptable.h"
@@ -10,6 +10,8 @@
 #include "htmlpars/lower.h"
 
 namespace ht {
+
+using namespace std::literals;
 
 namespace {
 
@@ -36,20 +38,20 @@ uint32_t DecorationMask(std::u16string_view name) {
 
 void PrepareLength(TCSSValue& value, TCSSSection& section, const TCSSPropRec& prop) {
   const TCSSToken& first = value.Tokens[0];
-  const bool isCalc = first.CType == ctFunction && HtSameAscii(first.Name, u"calc");
+  const bool isCalc = first.CType == ctFunction && HtSameAscii(first.Name, u"calc"sv);
   TCSSTokenSequence sequence(isCalc ? section.KeepCalc(value.Tokens) : &value.Tokens);
   value.Value1.Decode(sequence);
   if (isCalc)
     while (!sequence.Eof && sequence.T->CType != ctClosePar) sequence.Next();
   value.Value2 = {};
   value.Value2.Flags = {mfInitial};
-  if (sequence.Next() && sequence.T->Name == u"/") {
+  if (sequence.Next() && sequence.T->Name == u"/"sv) {
     sequence.Next();
     value.Value2.Decode(sequence);
   }
   if (prop.Prop == cspLineHeight && first.CType != ctPercentage && first.CType != ctDimension)
     value.Value1.FMUnit = muNone;
-  if (prop.Prop == cspFontSize && HtSameAscii(first.Name, u"medium"))
+  if (prop.Prop == cspFontSize && HtSameAscii(first.Name, u"medium"sv))
     value.Value1.SetFPixels(kMediumFontSize);
 }
 
@@ -70,20 +72,50 @@ bool PrepareKeyword(TCSSValue& value, const TCSSPropRec& prop) {
   return ordinal >= 0 || prop.Prop == cspFontWeight;
 }
 
-// Sets aside values whose name comes again behind them. Short rules are compared pair by pair.
+// The names of a long rule, in a table of twice their number.
+class TNameSet {
+ public:
+  explicit TNameSet(size_t names) : FSlots(std::bit_ceil(names * 2)) {}
+
+  /// False if the name is there already.
+  bool Insert(const hstring& name) {
+    for (size_t slot = HtWordHash(name.Data(), name.Length());; ++slot) {
+      const hstring*& found = FSlots[slot & (FSlots.size() - 1)];
+      if (found && *found == name) return false;
+      if (found) continue;
+      found = &name;
+      return true;
+    }
+  }
+
+ private:
+  std::vector<const hstring*> FSlots;
+};
+
+bool ComesAgain(const TCSSValues& values, size_t index) {
+  const hstring& name = values[index].NameToken.Name;
+  for (size_t i = index + 1; i < values.size(); ++i)
+    if (values[i].NameToken.Name == name) return true;
+  return false;
+}
+
+// Deletes the values whose name comes again behind them. Short rules are compared pair by pair.
 void DropEarlier(TCSSValues& values) {
   constexpr size_t kFewValues = 12;
-  if (values.size() < 2) return;
-  std::unordered_set<hstring> seen;
-  const bool few = values.size() <= kFewValues;
-  auto kept = values.end();  // from here on each name stands once
-  for (auto it = values.end(); it-- != values.begin();) {
-    const hstring& name = it->NameToken.Name;
-    const auto same = [&name](const TCSSValue& other) { return other.NameToken.Name == name; };
-    const bool isLast = few ? std::none_of(kept, values.end(), same) : seen.insert(name).second;
-    if (isLast && --kept != it) *kept = std::move(*it);
+  size_t dropped = 0;
+  const auto drop = [&](size_t index) {
+    values[index].Prop = nullptr;
+    ++dropped;
+  };
+  if (values.size() <= kFewValues) {
+    for (size_t i = 0; i + 1 < values.size(); ++i)
+      if (ComesAgain(values, i)) drop(i);
+  } else {
+    TNameSet names(values.size());
+    for (size_t i = values.size(); i-- > 0;)
+      if (!names.Insert(values[i].NameToken.Name)) drop(i);
   }
-  values.erase(values.begin(), kept);
+  if (dropped > 0) values.EraseIf([](const TCSSValue& value) { return !value.Prop; });
 }
 
 }  // namespace
@@ -91,40 +123,10 @@ void DropEarlier(TCSSValues& values) {
 void TCSSParser::AddSelector() {
   if (Section->Selectors.GetCount() == 0)
     Section->BlockStartPos = Section->Selectors.StartPos = Token().StartPos;
-  if (!CollectSelector()) {
+  if (std::unique_ptr<TCSSSelector> selector = THtSelectorReader(*Tokenizer).Read())
+    Section->AddSelector(selector.release());
+  else
     SkipSection();
-    return;
-  }
-  while (!Tokens.empty() && Tokens.back().CType == ctSpace) Tokens.pop_back();
-  if (Tokens.empty()) return;
-  const int32_t startPos = Tokens.front().StartPos, endPos = Tokens.back().EndPos;
-  std::unique_ptr<TCSSSelector> selector = THtSelectorReader(Tokens).Read();
-  selector->StartPos = startPos;
-  selector->EndPos = endPos;
-  selector->DetermineTestProc();
-  Section->AddSelector(selector.release());
-}
-
-// Up to "{" or "," or the end. False at what can stand in no selector.
-bool TCSSParser::CollectSelector() {
-  ClearList();
-  AddToken();
-  while (NextToken()) {
-    switch (Token().CType) {
-      case ctUnknown:
-      case ctComment:
-      case ctSlash: break;
-      case ctBlockStart:
-      case ctComma: return true;
-      case ctSemicolon:
-      case ctBlockEnd:
-      case ctURI:
-      case ctCDO:
-      case ctCDC: return false;
-      default: AddToken();
-    }
-  }
-  return true;
 }
 
 void TCSSParser::ReadSectionValues() {
@@ -141,7 +143,7 @@ void TCSSParser::ReadSectionValues() {
       case ctSemicolon:
       case ctSlash:
       case ctSpace: NextSolidToken(); break;
-      case ctDelimiter: Token().Name == u"*" ? SkipValue() : static_cast<void>(NextSolidToken()); break;
+      case ctDelimiter: IsChar(u'*') ? SkipValue() : static_cast<void>(NextSolidToken()); break;
       case ctUnknown: RaiseUnknown();
       default: SkipValue();
     }
@@ -153,11 +155,8 @@ void TCSSParser::ReadSectionValues() {
 void TCSSParser::StoreValues() {
   TCSSValues& values = Section->Values;
   if (!Section->FontFace) DropEarlier(values);
-  if (values.empty()) return;
-  TCSSValues stored(std::make_move_iterator(values.begin()), std::make_move_iterator(values.end()));
-  FSpareValues = std::move(values);
-  FSpareValues.clear();
-  values = std::move(stored);
+  FSpareValues.swap(values);
+  values = FSpareValues.TakeExact();
 }
 
 void TCSSParser::SkipValue() {
@@ -165,20 +164,21 @@ void TCSSParser::SkipValue() {
 }
 
 void TCSSParser::AddValue() {
-  TCSSToken nameToken = std::move(Tokenizer->Token);
-  if (!NextSolidToken() || !Is(ctColon)) return;
+  const TCSSPropRec* prop = FindCSSProp(Text());
+  TCSSToken nameToken(Token(), prop ? prop->Name : Tokenizer->NewName());
+  if (!Tokenizer->StepOver(u':') && !(NextSolidToken() && Is(ctColon))) return;
   bool important = false;
   if (!CollectValue(important)) {
     SkipValue();
     return;
   }
   if (Tokens.empty()) return;
-  TCSSValue& value = Section->Values.emplace_back();
-  value.NameToken = std::move(nameToken);
-  value.Tokens = TCSSTokens::Moved(Tokens);
+  TCSSValue& value =
+      Section->Values.emplace_back(std::move(nameToken), TCSSTokens::Taken(Tokens), Section.get());
   value.Important = important;
-  value.Section = Section.get();
-  if (!PrepareValue(value, *Section)) Section->Values.pop_back();
+  if (prop) value.Name = prop->Name;
+  if (!(prop ? PrepareValue(value, *Section, *prop) : PrepareValue(value, *Section)))
+    Section->Values.pop_back();
 }
 
 // Up to what ends the declaration. False at what can stand in none.
@@ -194,9 +194,9 @@ bool TCSSParser::CollectValue(bool& important) {
       case ctBlockStart:
       case ctCDC: return false;
       case ctDelimiter:
-        if (Token().Name == u"!") {
+        if (IsChar(u'!')) {
           if (!NextToken()) return true;
-          if (HtSameAscii(Token().Name, u"important")) {
+          if (HtSameAscii(Text(), u"important"sv)) {
             important = true;
             break;
           }
@@ -210,20 +210,14 @@ bool TCSSParser::CollectValue(bool& important) {
 }
 
 bool TCSSParser::PrepareValue(TCSSValue& value, TCSSSection& section) {
-  hstring& written = value.NameToken.Name;
-  value.Name = written;
-  value.ApplyProc = nullptr;
+  value.Name = value.NameToken.Name;
   if (value.Name.Empty() || value.Tokens.Empty()) return true;
   hLower(value.Name);
-  const TCSSPropRec& prop = CSSPropByName(value.Name);
-  // The table's texts are literals, which cost no counting when the value is copied.
-  if (prop.Prop != cspUnknown && value.Name.SameStorage(written)) value.Name = written = prop.Name;
-  return PrepareValue(value, section, prop);
+  return PrepareValue(value, section, CSSPropByName(value.Name));
 }
 
 bool TCSSParser::PrepareValue(TCSSValue& value, TCSSSection& section, const TCSSPropRec& prop) {
   value.Prop = &prop;
-  value.ApplyProc = prop.ApplyProc;
   for (TCSSToken& token : value.Tokens) {
     if (token.CType != ctHash || token.Color() != 0) continue;
     const uint32_t color = htmlDigitstoColor(token.Name);
@@ -233,7 +227,7 @@ bool TCSSParser::PrepareValue(TCSSValue& value, TCSSSection& section, const TCSS
   if (prop.Prop == cspTextDecoration || prop.Prop == cspTextDecorationLine)
     first.SetColor(DecorationMask(first.Name));
   value.Vendor = value.Name[0] == u'-';
-  value.Inherit = first.Name == u"inherit";
+  value.Inherit = first.Name == u"inherit"sv;
   if (value.Inherit) {
     first.SetColor(kInheritMarker);
     return true;

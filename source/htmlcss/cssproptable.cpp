@@ -278,9 +278,14 @@ const TPropTable& Table() {
 
 const THtObjectDictionary& CSSPropDictionary() { return Table().Dictionary; }
 
+const TCSSPropRec* FindCSSProp(std::u16string_view name) {
+  // Custom properties and those of vendors need no look.
+  return name.starts_with(u'-') ? nullptr : Table().Dictionary.Get<TCSSPropRec>(name);
+}
+
 const TCSSPropRec& CSSPropByName(std::u16string_view name) {
-  TCSSPropRec* rec;
-  return Table().Dictionary.Find(name, rec) ? *rec : *Table().ByProp[cspUnknown];
+  const TCSSPropRec* prop = FindCSSProp(name);
+  return prop ? *prop : CSSPropOf(cspUnknown);
 }
 
 const TCSSPropRec& CSSPropOf(TCSSProperty prop) { return *Table().ByProp[prop]; }

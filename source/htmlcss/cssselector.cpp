@@ -15,8 +15,9 @@ namespace {
 constexpr char16_t kConditionSeparator = u'\1';
 constexpr int32_t kLargestWeight = 0xFFFFFF;
 
-hstring LowerTrimmed(std::u16string_view text) {
-  hstring result = HtTrim(text);
+hstring LowerTrimmed(const hstring& text) {
+  const std::u16string_view trimmed = HtTrim(text);
+  hstring result = trimmed.size() == text.Size() ? text : hstring(trimmed);
   hLower(result);
   return result;
 }
@@ -69,7 +70,7 @@ TCSSSelector::~TCSSSelector() {
   }
 }
 
-void TCSSSelector::AddClass(std::u16string_view name) { Classes.Append(TCSSClassRec(LowerTrimmed(name))); }
+void TCSSSelector::AddClass(const hstring& name) { Classes.Append(TCSSClassRec(LowerTrimmed(name))); }
 
 void TCSSSelector::AddPseudo(std::u16string_view name, const TCSSToken* argument) {
   TCSSPseudoClass pseudo = pcUnknown;
@@ -217,7 +218,7 @@ void KeepCalcs(TCSSValue& value, TCSSSection& section) {
 
 // Hands what `from` says about the value's property over, and takes it out of `from`.
 void TakeNewValue(TCSSValue& value, TCSSSection& section, TCSSValues& from) {
-  std::erase_if(from, [&](TCSSValue& newValue) {
+  from.EraseIf([&](TCSSValue& newValue) {
     if (!HtSameAscii(newValue.NameToken.Name, value.NameToken.Name)) return false;
     value.Tokens = std::move(newValue.Tokens);
     value.Value1 = newValue.Value1;

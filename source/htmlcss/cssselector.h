@@ -93,7 +93,7 @@ class TCSSSelector final : public TObject {
   explicit TCSSSelector(std::unique_ptr<TCSSSelector> parent = nullptr) : Parent(std::move(parent)) {}
   ~TCSSSelector() override;
 
-  void AddClass(std::u16string_view name);
+  void AddClass(const hstring& name);
   /// A name that is not known is pcUnknown, which no element has. The argument is that of `:nth-child()`.
   void AddPseudo(std::u16string_view name, const TCSSToken* argument = nullptr);
   /// Makes Conditions from Condition.
@@ -141,7 +141,7 @@ class TCSSSelectors : public THtObjectList {
   /// The key in a map.
   hstring Key;
 
-  explicit TCSSSelectors(bool ownsSelectors) : THtObjectList(ownsSelectors) {}
+  explicit TCSSSelectors(bool ownsSelectors) : THtObjectList(ownsSelectors, FPlace, 1) {}
 
   TCSSSelector* GetSelector(int32_t index) const { return Get<TCSSSelector>(index); }
   /// Adds a selector; but if the first in the list has the same weight, the values of its section go into that one's
@@ -151,6 +151,9 @@ class TCSSSelectors : public THtObjectList {
   /// The entries as they lie in memory; valid until the list changes.
   TCSSSelector* const* begin() const { return reinterpret_cast<TCSSSelector* const*>(FItems); }
   TCSSSelector* const* end() const { return begin() + FCount; }
+
+ private:
+  void* FPlace[1];  // most rules, and most buckets, have one selector
 };
 
 }  // namespace ht

@@ -15,12 +15,8 @@ HT_ENUM(TCSSTokenType, uint8_t, ctUnknown, ctIdent, ctAtKeyword, ctString, ctBlo
 /// A number of this magnitude and above counts as 0, wherever CSS text is read.
 constexpr double kLargestNumber = 1e38;
 
-/// One token of CSS text. A stored declaration is an array of them, and what is worked out about a token once (its
-/// colour, the ordinal of its keyword) is kept in it, for all that share the array.
-struct TCSSToken {
-  /// The text after unescaping: with the "@" of an at-keyword, without the "#" of a hash, without quotes and `url(`,
-  /// with the unit of a number, the lower-cased name of a function without its parenthesis.
-  hstring Name;
+/// What a token says beside its text.
+struct TCSSTokenHead {
   /// Of the first and the last character, from 1.
   int32_t StartPos = 0;
   int32_t EndPos = 0;
@@ -39,6 +35,19 @@ struct TCSSToken {
 
  private:
   uint32_t FBits = 0;
+};
+
+/// One token of CSS text. A stored declaration is an array of them, and what is worked out about a token once (its
+/// colour, the ordinal of its keyword) is kept in it, for all that share the array.
+struct TCSSToken : TCSSTokenHead {
+  static constexpr bool kRelocatable = true;
+
+  /// The text after unescaping: with the "@" of an at-keyword, without the "#" of a hash, without quotes and `url(`,
+  /// with the unit of a number, the lower-cased name of a function without its parenthesis.
+  hstring Name;
+
+  TCSSToken() = default;
+  TCSSToken(const TCSSTokenHead& head, hstring name) : TCSSTokenHead(head), Name(std::move(name)) {}
 };
 static_assert(sizeof(TCSSToken) == 24, "tokens are what a sheet consists of");
 

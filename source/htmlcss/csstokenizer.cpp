@@ -1,7 +1,13 @@
 #include "htmlcss/csstokenizer.h"
 
+#include <algorithm>
 #include <array>
+#include <bit>
 #include <cmath>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 
 #include "htmlpars/lower.h"
 
@@ -9,65 +15,71 @@ namespace ht {
 
 namespace {
 
-// What the first character of a token leads to.
-enum TFirst : uint8_t {
-  kDelimiter,
-  kEnd,
-  kSpace,
-  kIdent,
-  kMinus,
-  kDigit,
-  kDot,
-  kSlash,
-  kQuote,
-  kHash,
-  kAt,
-  kOpenPar,
-  kClosePar,
-  kComma,
-  kColon,
-  kSemicolon,
-  kOpenBr,
-  kCloseBr,
-  kBlockStart,
-  kBlockEnd
-};
+// What the first character of a token leads to: the type of a token of one character, or one of these.
+enum TFirst : uint8_t { kEnd = 64, kSpace, kIdent, kMinus, kDigit, kDot, kSlash, kQuote, kHash, kAt };
 
 struct TCharTable {
-  std::array<TFirst, 256> First{};
-  std::array<bool, 256> InIdent{};
+  std::array<uint8_t, 256> First{};
+  std::array<bool, 256> Plain{};  // of an identifier, but for the backslash
 
   constexpr TCharTable() {
-    const auto set = [this](std::u16string_view chars, TFirst first) {
+    const auto set = [this](std::u16string_view chars, uint8_t first) {
       for (char16_t c : chars) First[c] = first;
     };
-    for (char16_t c = 0; c < 256; ++c)
-      InIdent[c] = HtIsAsciiLetter(c) || HtIsDigit(c) || c == u'-' || c == u'\\' || c == u'_';
-    for (size_t c = 0; c < 256; ++c)
-      if (InIdent[c]) First[c] = kIdent;
+    for (char16_t c = 0; c < 256; ++c) {
+      Plain[c] = HtIsAsciiLetter(c) || HtIsDigit(c) || c == u'-' || c == u'_';
+      First[c] = Plain[c] ? uint8_t{kIdent} : uint8_t{ctDelimiter};
+    }
     set(u"\t\n\r ", kSpace);
     set(u"0123456789", kDigit);
     set(u"\"'", kQuote);
+    First[u'\\'] = kIdent;
     First[0] = kEnd;
     First[u'-'] = kMinus;
     First[u'.'] = kDot;
     First[u'/'] = kSlash;
     First[u'#'] = kHash;
     First[u'@'] = kAt;
-    First[u'('] = kOpenPar;
-    First[u')'] = kClosePar;
-    First[u','] = kComma;
-    First[u':'] = kColon;
-    First[u';'] = kSemicolon;
-    First[u'['] = kOpenBr;
-    First[u']'] = kCloseBr;
-    First[u'{'] = kBlockStart;
-    First[u'}'] = kBlockEnd;
+    First[u'('] = ctOpenPar;
+    First[u')'] = ctClosePar;
+    First[u','] = ctComma;
+    First[u':'] = ctColon;
+    First[u';'] = ctSemicolon;
+    First[u'['] = ctOpenBr;
+    First[u']'] = ctCloseBr;
+    First[u'{'] = ctBlockStart;
+    First[u'}'] = ctBlockEnd;
   }
 };
 constexpr TCharTable kChars;
 
-bool InIdent(char16_t c) { return c >= 256 || kChars.InIdent[c]; }
+bool IsPlain(char16_t c) { return c >= 256 || kChars.Plain[c]; }
+
+// The first character that is not plain: eight characters a step, since names are what a sheet mostly consists of.
+const char16_t* EndOfPlain(const char16_t* p, const char16_t* end) {
+#if defined(__SSE2__)
+  const auto all = [](int c) { return _mm_set1_epi16(static_cast<short>(c)); };
+  const auto atMost = [](__m128i units, __m128i limit) {
+    return _mm_cmpeq_epi16(_mm_subs_epu16(units, limit), _mm_setzero_si128());
+  };
+  for (; end - p >= 8; p += 8) {
+    const __m128i units = _mm_loadu_si128(reinterpret_cast<const __m128i*>(p));
+    const __m128i letters = atMost(_mm_sub_epi16(_mm_or_si128(units, all(0x20)), all('a')), all('z' - 'a'));
+    const __m128i digits = atMost(_mm_sub_epi16(units, all('0')), all(9));
+    const __m128i marks = _mm_or_si128(_mm_cmpeq_epi16(units, all('-')), _mm_cmpeq_epi16(units, all('_')));
+    const __m128i low =
+        _mm_andnot_si128(_mm_or_si128(_mm_or_si128(letters, digits), marks), atMost(units, all(255)));
+    if (const auto stops = static_cast<uint32_t>(_mm_movemask_epi8(low)))
+      return p + std::countr_zero(stops) / 2;
+  }
+#else
+  static_cast<void>(end);
+#endif
+  while (IsPlain(*p)) ++p;
+  return p;
+}
+
+bool IsSpace(char16_t c) { return c < 33 && kChars.First[c] == kSpace; }
 
 constexpr int HexDigit(char16_t c) {
   if (HtIsDigit(c)) return c - u'0';
@@ -108,62 +120,61 @@ TCSSTokenizer::TCSSTokenizer(const hstring& text, bool parseNumbers)
   Parser.SkipBlanks();
 }
 
-bool TCSSTokenizer::NextToken() { return StartToken() && ReadToken(); }
-
-bool TCSSTokenizer::NextSolidToken() { return SkipSpaceAndComments() && StartToken() && ReadToken(); }
-
-bool TCSSTokenizer::StartToken() {
-  if (*Parser.p == 0) {
-    Eof = true;
-    return false;
-  }
-  Token.StartPos = CursorPos();
-  Token.SetColor(0);
-  Token.Flags = 0;
-  Token.MUnit = muNone;
-  return true;
+// The character under the cursor is a token of its own.
+inline void TCSSTokenizer::Next(TCSSTokenType type) {
+  Token.CType = type;
+  FText = {Parser.p++, 1};
 }
 
-bool TCSSTokenizer::ReadToken() {
-  const char16_t c = *Parser.p;
-  bool result = true;
-  switch (c < 256 ? kChars.First[c] : kIdent) {
-    case kEnd:
-    case kDelimiter: Next(ctDelimiter); break;
-    case kSpace: result = ReadSpace(); break;
-    case kIdent: ReadIdent(); break;
-    case kMinus: HtIsDigit(Parser.p[1]) || Parser.p[1] == u'.' ? ReadNumber() : ReadIdent(); break;
-    case kDigit: ReadNumber(); break;
-    case kDot: HtIsDigit(Parser.p[1]) ? ReadNumber() : Next(ctDelimiter); break;
-    case kSlash: Parser.p[1] == u'*' ? ReadComment() : Next(ctSlash); break;
-    case kQuote: ReadString(); break;
-    case kHash: ReadHash(); break;
-    case kAt: ReadAt(); break;
-    case kOpenPar: Next(ctOpenPar); break;
-    case kClosePar: Next(ctClosePar); break;
-    case kComma: Next(ctComma); break;
-    case kColon: Next(ctColon); break;
-    case kSemicolon: Next(ctSemicolon); break;
-    case kOpenBr: Next(ctOpenBr); break;
-    case kCloseBr: Next(ctCloseBr); break;
-    case kBlockStart: Next(ctBlockStart); break;
-    case kBlockEnd: Next(ctBlockEnd); break;
-  }
-  Token.EndPos = CursorPos() - 1;
+inline void TCSSTokenizer::ReadIdent() {
+  const char16_t* start = Parser.p;
+  Parser.p = EndOfPlain(start, Parser.pend);
+  SetText(start);
+  if (*Parser.p == u'\\') ReadEscapedRun(start, IsPlain);
+  Token.CType = FText.empty() ? ctSpace : ctIdent;
+  if (*Parser.p == u'(') ReadFunction();
+}
+
+bool TCSSTokenizer::NextToken() {
+  const bool result = Scan();
+  if (!Eof) Token.Name = NewName();
   return result;
 }
 
-void TCSSTokenizer::Next(TCSSTokenType type) {
-  Token.CType = type;
-  Token.Name = TCSSTokenTexts::OfChar(*Parser.p);
-  Parser.Next();
+bool TCSSTokenizer::Scan() {
+  const char16_t* start = Parser.p;
+  const uint8_t first = *start < 256 ? kChars.First[*start] : uint8_t{kIdent};
+  if (first == kEnd) {
+    Eof = true;
+    return false;
+  }
+  static_cast<TCSSTokenHead&>(Token) = {};
+  Token.StartPos = PosOf(start);
+  bool result = true;
+  if (first < kEnd) {
+    Next(static_cast<TCSSTokenType>(first));
+  } else {
+    switch (first) {
+      case kIdent: ReadIdent(); break;
+      case kSpace: result = ReadSpace(); break;
+      case kMinus: HtIsDigit(start[1]) || start[1] == u'.' ? ReadNumber() : ReadIdent(); break;
+      case kDigit: ReadNumber(); break;
+      case kDot: HtIsDigit(start[1]) ? ReadNumber() : Next(ctDelimiter); break;
+      case kSlash: start[1] == u'*' ? ReadComment() : Next(ctSlash); break;
+      case kQuote: ReadString(); break;
+      case kHash: ReadHash(); break;
+      default: ReadAt();
+    }
+  }
+  Token.EndPos = PosOf(Parser.p) - 1;
+  return result;
 }
 
-// False, as NextToken is, for spaces that reach the end.
+// False, as Scan is, for spaces that reach the end.
 bool TCSSTokenizer::SkipSpaceAndComments() {
   for (;;) {
     const char16_t* p = Parser.p;
-    if (*p < 256 && kChars.First[*p] == kSpace) {
+    if (IsSpace(*p)) {
       while (*p < 33 && *p != 0) ++p;
       Parser.p = p;
       Token.CType = ctSpace;
@@ -180,7 +191,7 @@ bool TCSSTokenizer::ReadSpace() {
   const char16_t* start = Parser.p;
   while (*Parser.p < 33 && *Parser.p != 0) ++Parser.p;
   Token.CType = ctSpace;
-  SetName(start);
+  SetText(start);
   return *Parser.p != 0;
 }
 
@@ -194,9 +205,9 @@ void TCSSTokenizer::SkipComment() {
 void TCSSTokenizer::ReadComment() {
   const char16_t* start = Parser.p + 2;
   SkipComment();
-  const bool closed = Parser.p - start >= 2 && Parser.p[-1] == u'/' && Parser.p[-2] == u'*';
   Token.CType = ctComment;
-  Token.Name = HtPoolText({start, Parser.p - (closed ? 2 : 0)});
+  SetText(start);
+  if (FText.ends_with(u"*/")) FText.remove_suffix(2);
 }
 
 void TCSSTokenizer::ReadHash() {
@@ -206,54 +217,45 @@ void TCSSTokenizer::ReadHash() {
 }
 
 void TCSSTokenizer::ReadAt() {
-  ++Parser.p;
+  const char16_t* start = Parser.p++;
   ReadIdent();
   Token.CType = ctAtKeyword;
-  Token.Name = hstring::Concat(u"@", Token.Name);
-}
-
-void TCSSTokenizer::ReadIdent() {
-  Token.SetFloat(0);
-  ReadRun(InIdent);
-  Token.CType = Token.Name.Empty() ? ctSpace : ctIdent;
-  if (*Parser.p == u'(') ReadFunction();
+  if (FText.data() == start + 1) {
+    SetText(start);
+  } else {
+    FBuilt = u"@" + std::u16string(FText);
+    FText = FBuilt;
+  }
 }
 
 void TCSSTokenizer::ReadString() {
   Token.CType = ctString;
   const char16_t quote = *Parser.p++;
-  ReadRun([quote](char16_t c) { return c != quote && c != u'\r' && c != 0; });
+  const auto plain = [quote](char16_t c) { return c != quote && c != u'\r' && c != u'\\' && c != 0; };
+  const char16_t* start = Parser.p;
+  while (plain(*Parser.p)) ++Parser.p;
+  SetText(start);
+  if (*Parser.p == u'\\') ReadEscapedRun(start, plain);
   if (*Parser.p != 0) ++Parser.p;
 }
 
-// Reads the name up to the first character that is not `inside`. A text is built only once there is an escape.
-template <class TInside>
-void TCSSTokenizer::ReadRun(TInside inside) {
-  const char16_t* p = Parser.p;
-  const char16_t* run = p;
-  while (inside(*p) && *p != u'\\') ++p;
-  Parser.p = p;
-  if (!inside(*p)) {
-    SetName(run);
-    return;
+// At the first backslash of a run of plain characters and escapes: from here on the text is built.
+template <class TPlain>
+void TCSSTokenizer::ReadEscapedRun(const char16_t* start, TPlain plain) {
+  FBuilt.clear();
+  bool goesOn = true;
+  while (goesOn && *Parser.p == u'\\') {
+    FBuilt.append(start, Parser.p++);
+    goesOn = ReadEscape();
+    start = Parser.p;
+    while (goesOn && plain(*Parser.p)) ++Parser.p;
   }
-  std::u16string text;
-  while (inside(*Parser.p)) {
-    if (*Parser.p == u'\\') {
-      text.append(run, Parser.p++);
-      const bool goesOn = ReadEscape(text);
-      run = Parser.p;
-      if (!goesOn) break;
-    } else {
-      ++Parser.p;
-    }
-  }
-  text.append(run, Parser.p);
-  Token.Name = FTexts.Of(text.data(), text.size());
+  FBuilt.append(start, Parser.p);
+  FText = FBuilt;
 }
 
 // Behind a backslash: adds what the escape stands for. False at the end of the text.
-bool TCSSTokenizer::ReadEscape(std::u16string& text) {
+bool TCSSTokenizer::ReadEscape() {
   const char16_t c = *Parser.p;
   switch (c) {
     case 0: return false;
@@ -261,10 +263,10 @@ bool TCSSTokenizer::ReadEscape(std::u16string& text) {
     case u' ':
     case u'"':
     case u'\\':
-      text += c;
+      FBuilt += c;
       ++Parser.p;
       break;
-    default: AddCodePoint(text, Escape());
+    default: AddCodePoint(FBuilt, Escape());
   }
   return true;
 }
@@ -282,12 +284,16 @@ uint32_t TCSSTokenizer::Escape() {
 
 // At the "(" behind a name. It stays, except that of `url(`.
 void TCSSTokenizer::ReadFunction() {
-  if (HtSameAscii(Token.Name, u"url")) {
+  if (FText.size() == 3 && HtSameAscii(FText, u"url")) {
     ReadAddress();
     return;
   }
   Token.CType = ctFunction;
-  hLower(Token.Name);
+  if (std::none_of(FText.begin(), FText.end(), HtIsAsciiUpper)) return;
+  std::u16string lower(FText);
+  std::transform(lower.begin(), lower.end(), lower.begin(), HtAsciiLower);
+  FBuilt.swap(lower);
+  FText = FBuilt;
 }
 
 void TCSSTokenizer::ReadAddress() {
@@ -299,17 +305,22 @@ void TCSSTokenizer::ReadAddress() {
     Parser.Skipto(u')');
     Parser.Next();
   } else if (c != u')') {
-    Parser.ReadtoChar(u')', Token.Name, true);
+    const char16_t* start = Parser.p;
+    Parser.Skipto(u')');
+    SetText(start);
+    FText = HtTrimRight(FText);
+    Parser.Next();
   }
   Token.CType = ctURI;
 }
 
+// A quoted address inside `url(`; it has no escapes.
 void TCSSTokenizer::ReadURI() {
   const char16_t quote = *Parser.p++;
   const char16_t* start = Parser.p;
   while (*Parser.p != quote && *Parser.p != 0) ++Parser.p;
   Token.CType = ctString;
-  SetName(start);
+  SetText(start);
   if (*Parser.p != 0) ++Parser.p;
 }
 
@@ -323,7 +334,7 @@ void TCSSTokenizer::ReadNumber() {
     while (HtIsDigit(*Parser.p) || *Parser.p == u'+' || *Parser.p == u'-' || *Parser.p == u'.') ++Parser.p;
   }
   if (!ReadPercent() && HtIsAsciiLetter(*Parser.p)) ReadUnit();
-  SetName(start);
+  SetText(start);
 }
 
 // One character may stand between the number and the sign.

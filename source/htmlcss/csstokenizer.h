@@ -1,5 +1,7 @@
 #pragma once
 
+#include <string>
+
 #include "htmlcss/csstoken.h"
 #include "htmlcss/csstokentexts.h"
 #include "htmlpars/stringparser.h"
@@ -28,43 +30,59 @@ class TCSSTokenizer {
 
   /// Reads a token. False at the end of the text, and for spaces that reach it.
   bool NextToken();
-  /// As NextToken, called again while it gives a space or a comment; those get no texts.
-  bool NextSolidToken();
 
-  // The steps of NextToken, each from the first character of its kind. They set the type, the name and the values.
+ private:
+  friend class TCSSParser;
+  friend class THtSelectorReader;
 
-  /// Makes the character under the cursor, below 256, a token of its own.
+  // The parser scans: most tokens of a sheet are only looked at, and get no Name.
+
+  /// As NextToken, with the text in Text() until the next step, and without Name.
+  bool Scan();
+  /// As Scan, called again while it gives a space or a comment.
+  bool ScanSolid() {
+    const char16_t c = *Parser.p;
+    return ((c > u' ' && c != u'/') || SkipSpaceAndComments()) && Scan();
+  }
+  const TCSSTokenHead& Head() const { return Token; }
+  std::u16string_view Text() const { return FText; }
+  bool IsChar(char16_t c) const { return FText.size() == 1 && FText[0] == c; }
+  /// Passes over the character when it stands under the cursor. The current token stays.
+  bool StepOver(char16_t c) {
+    if (*Parser.p != c) return false;
+    ++Parser.p;
+    return true;
+  }
+  hstring NewName() { return FTexts.Of(FText); }
+
+  // The steps of Scan, each from the first character of its kind. They set the type, the text and the values.
+
   void Next(TCSSTokenType type);
   void ReadIdent();
   void ReadString();
-  /// A quoted address inside `url(`; it has no escapes.
   void ReadURI();
   void ReadNumber();
   void ReadComment();
   void ReadAt();
   void ReadHash();
-  /// The code point of an escape, from behind its backslash.
-  uint32_t Escape();
-
- private:
-  int32_t CursorPos() const { return static_cast<int32_t>(Parser.p - FStart) + 1; }
-  void SetName(const char16_t* start) {
-    Token.Name = FTexts.Of(start, static_cast<size_t>(Parser.p - start));
-  }
-  bool StartToken();
-  bool ReadToken();
-  bool SkipSpaceAndComments();
-  void SkipComment();
   bool ReadSpace();
-  template <class TInside>
-  void ReadRun(TInside inside);
-  bool ReadEscape(std::u16string& text);
   void ReadFunction();
   void ReadAddress();
   bool ReadPercent();
   void ReadUnit();
+  template <class TPlain>
+  void ReadEscapedRun(const char16_t* start, TPlain plain);
+  bool ReadEscape();
+  /// The code point of an escape, from behind its backslash.
+  uint32_t Escape();
+  bool SkipSpaceAndComments();
+  void SkipComment();
+  void SetText(const char16_t* start) { FText = {start, static_cast<size_t>(Parser.p - start)}; }
+  int32_t PosOf(const char16_t* p) const { return static_cast<int32_t>(p - FStart) + 1; }
 
-  const char16_t* FStart;  // of the text
+  std::u16string_view FText;
+  std::u16string FBuilt;  // a text that does not stand in the source as it is
+  const char16_t* FStart;
   TCSSTokenTexts FTexts;
 };
 

@@ -23,52 +23,78 @@ bool IsTagType(TCSSTokenType type) {
 }  // namespace
 
 std::unique_ptr<TCSSSelector> THtSelectorReader::Read() {
-  auto current = std::make_unique<TCSSSelector>();
-  while (!AtEnd()) {
-    if (FIndex > 0) current = std::make_unique<TCSSSelector>(std::move(current));
-    SkipSpaces();
+  const int32_t startPos = Token().StartPos;
+  FEndPos = Token().EndPos;
+  std::unique_ptr<TCSSSelector> current;
+  for (; !AtEnd(); SkipSpaces()) {
+    current = std::make_unique<TCSSSelector>(std::move(current));
     ReadCombinator(*current);
     ReadTag(*current);
-    ReadRest(*current, 0);
+    ReadRest(*current);
     // Closers that stand alone must not stop the scan.
-    if (Is(ctClosePar) || Is(ctCloseBr) || Is(ctSlash)) ++FIndex;
+    if (Is(ctClosePar) || Is(ctCloseBr) || Is(ctSlash)) Next();
   }
+  if (FBroken) return nullptr;
+  current->StartPos = startPos;
+  current->EndPos = FEndPos;
+  current->DetermineTestProc();
   return current;
 }
 
+// Moves to the next token that counts, spaces included.
+void THtSelectorReader::Next() {
+  while (FTokenizer.Scan()) {
+    switch (Token().CType) {
+      case ctUnknown:
+      case ctComment:
+      case ctSlash: continue;
+      case ctBlockStart:
+      case ctComma: FAtEnd = true; return;
+      case ctSemicolon:
+      case ctBlockEnd:
+      case ctURI:
+      case ctCDO:
+      case ctCDC: FAtEnd = FBroken = true; return;
+      case ctSpace: return;
+      default: FEndPos = Token().EndPos; return;
+    }
+  }
+  FAtEnd = true;
+}
+
 void THtSelectorReader::SkipSpaces() {
-  while (Is(ctSpace)) ++FIndex;
+  while (Is(ctSpace)) Next();
 }
 
 // Moves behind the next token of the type, or to the end.
 void THtSelectorReader::SkipBehind(TCSSTokenType type) {
-  while (!AtEnd() && !Is(type)) ++FIndex;
-  if (!AtEnd()) ++FIndex;
+  while (!AtEnd() && !Is(type)) Next();
+  if (!AtEnd()) Next();
 }
 
 void THtSelectorReader::ReadCombinator(TCSSSelector& compound) {
-  if (!Is(ctDelimiter) || IsText(u".") || IsText(u"*")) return;
-  if (IsText(u"+"))
+  if (!Is(ctDelimiter) || IsChar(u'.') || IsChar(u'*')) return;
+  if (IsChar(u'+'))
     compound.Position = spSibling;
-  else if (IsText(u">"))
+  else if (IsChar(u'>'))
     compound.Position = spChild;
-  else if (IsText(u"~"))
+  else if (IsChar(u'~'))
     compound.Position = spAllSiblings;
-  ++FIndex;
+  Next();
   SkipSpaces();
 }
 
 void THtSelectorReader::ReadTag(TCSSSelector& compound) {
-  if (AtEnd() || !(IsTagType(Token().CType) || IsText(u"*"))) return;
-  compound.Tag = std::move(Token().Name);
+  if (AtEnd() || !(IsTagType(Token().CType) || IsChar(u'*'))) return;
+  compound.Tag = FTokenizer.NewName();
   hLower(compound.Tag);
-  compound.Universal = compound.Tag == u"*";
-  ++FIndex;
+  compound.Universal = IsChar(u'*');
+  Next();
 }
 
-void THtSelectorReader::ReadRest(TCSSSelector& compound, int depth) {
+void THtSelectorReader::ReadRest(TCSSSelector& compound) {
   std::u16string condition;
-  while (!AtEnd() && ReadPart(compound, condition, depth)) {}
+  while (!AtEnd() && ReadPart(compound, condition, 0)) {}
   compound.Condition = condition;
 }
 
@@ -77,59 +103,55 @@ bool THtSelectorReader::ReadPart(TCSSSelector& compound, std::u16string& conditi
   switch (Token().CType) {
     case ctColon: ReadPseudo(compound, depth); return true;
     case ctHash:
-      compound.ID = std::move(Token().Name);
-      ++FIndex;
+      compound.ID = FTokenizer.NewName();
+      Next();
       return true;
     case ctFunction:
-    case ctOpenPar:
-      ++FIndex;
-      ReadCondition(condition, ctClosePar);
-      return true;
+    case ctOpenPar: ReadCondition(condition, ctClosePar); return true;
     case ctOpenBr:
-      ++FIndex;
       if (!condition.empty()) condition += kConditionSeparator;
       ReadCondition(condition, ctCloseBr);
       return true;
-    default: break;
+    default:
+      if (!IsChar(u'.')) return false;
+      Next();
+      if (!Is(ctIdent)) return true;
+      compound.AddClass(FTokenizer.NewName());
+      Next();
+      return true;
   }
-  if (!IsText(u".")) return false;
-  ++FIndex;
-  if (Is(ctIdent)) {
-    compound.AddClass(Token().Name);
-    ++FIndex;
-  }
-  return true;
 }
 
-// Appends all texts up to the closing token, which is stepped over.
+// Appends all texts behind the current token, up to the closing one, which is stepped over.
 void THtSelectorReader::ReadCondition(std::u16string& condition, TCSSTokenType end) {
-  for (; !AtEnd() && !Is(end); ++FIndex) condition.append(Token().Name);
-  if (!AtEnd()) ++FIndex;
+  for (Next(); !AtEnd() && !Is(end); Next()) condition.append(FTokenizer.Text());
+  if (!AtEnd()) Next();
 }
 
 void THtSelectorReader::ReadPseudo(TCSSSelector& compound, int depth) {
-  ++FIndex;
-  if (Is(ctColon)) ++FIndex;
+  Next();
+  if (Is(ctColon)) Next();
   if (AtEnd()) return;
-  const hstring name = Token().Name;
-  ++FIndex;
-  if (!Is(ctOpenPar)) {
-    compound.AddPseudo(name, nullptr);
-    return;
-  }
-  ++FIndex;
+  const hstring name = FTokenizer.NewName();
+  Next();
+  if (Is(ctOpenPar))
+    ReadArgument(compound, name, depth);
+  else
+    compound.AddPseudo(name);
+}
+
+void THtSelectorReader::ReadArgument(TCSSSelector& compound, const hstring& name, int depth) {
+  Next();
   SkipSpaces();
-  if (AtEnd() || Is(ctClosePar)) {
-    compound.AddPseudo(name, nullptr);
-    SkipBehind(ctClosePar);
-  } else if (name != u"not") {
-    compound.AddPseudo(name, &Token());
-    SkipBehind(ctClosePar);
-  } else if (depth < kDeepestNegation) {
-    ReadNegation(compound, depth + 1);
+  if (name == u"not" && !AtEnd() && !Is(ctClosePar)) {
+    if (depth < kDeepestNegation) return ReadNegation(compound, depth + 1);
+  } else if (AtEnd() || Is(ctClosePar)) {
+    compound.AddPseudo(name);
   } else {
-    SkipBehind(ctClosePar);
+    const TCSSToken argument(Token(), FTokenizer.NewName());
+    compound.AddPseudo(name, &argument);
   }
+  SkipBehind(ctClosePar);
 }
 
 // The argument of `:not()`: everything but a tag.
@@ -137,8 +159,8 @@ void THtSelectorReader::ReadNegation(TCSSSelector& compound, int depth) {
   TCSSSelector& negation = *compound.Nots.emplace_back(std::make_unique<TCSSSelector>());
   std::u16string condition;
   while (!AtEnd() && !Is(ctClosePar) && !Is(ctCloseBr))
-    if (!ReadPart(negation, condition, depth)) ++FIndex;
-  if (!AtEnd()) ++FIndex;
+    if (!ReadPart(negation, condition, depth)) Next();
+  if (!AtEnd()) Next();
   negation.Condition = condition;
 }
 

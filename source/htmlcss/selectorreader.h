@@ -1,48 +1,47 @@
 #pragma once
 
 #include <memory>
-#include <span>
 #include <string>
 
 #include "htmlcss/cssselector.h"
-#include "htmlcss/csstoken.h"
+#include "htmlcss/csstokenizer.h"
 
 namespace ht {
 
-/// Builds the chain of compound selectors from the tokens of one selector, from left to right.
+/// Builds the chain of compound selectors of one selector, from left to right, as its tokens are scanned.
 class THtSelectorReader {
  public:
-  /// The tokens stay alive; their names may be moved out.
-  explicit THtSelectorReader(std::span<TCSSToken> tokens) : FTokens(tokens) {}
+  explicit THtSelectorReader(TCSSTokenizer& tokenizer) : FTokenizer(tokenizer) {}
 
-  /// The right-most compound, which owns the others. Never null for tokens that are there.
+  /// Reads from the current token up to "{" or "," or the end of the text. The right-most compound, which owns the
+  /// others; null after a token that can stand in no selector, which stays current.
   std::unique_ptr<TCSSSelector> Read();
 
  private:
   // `:not()` inside `:not()` is read to this depth; what stands deeper is stepped over. No page goes beyond two.
   static constexpr int kDeepestNegation = 16;
 
-  bool AtEnd() const { return FIndex >= FTokens.size(); }
-  TCSSToken& Token(size_t ahead = 0) const { return FTokens[FIndex + ahead]; }
-  bool Is(TCSSTokenType type, size_t ahead = 0) const {
-    return FIndex + ahead < FTokens.size() && Token(ahead).CType == type;
-  }
-  bool IsText(std::u16string_view text, size_t ahead = 0) const {
-    return FIndex + ahead < FTokens.size() && Token(ahead).Name == text;
-  }
+  bool AtEnd() const { return FAtEnd; }
+  const TCSSTokenHead& Token() const { return FTokenizer.Head(); }
+  bool Is(TCSSTokenType type) const { return !FAtEnd && Token().CType == type; }
+  bool IsChar(char16_t c) const { return !FAtEnd && FTokenizer.IsChar(c); }
 
+  void Next();
   void SkipSpaces();
   void SkipBehind(TCSSTokenType type);
   void ReadCombinator(TCSSSelector& compound);
   void ReadTag(TCSSSelector& compound);
-  void ReadRest(TCSSSelector& compound, int depth);
+  void ReadRest(TCSSSelector& compound);
   bool ReadPart(TCSSSelector& compound, std::u16string& condition, int depth);
   void ReadPseudo(TCSSSelector& compound, int depth);
+  void ReadArgument(TCSSSelector& compound, const hstring& name, int depth);
   void ReadNegation(TCSSSelector& compound, int depth);
   void ReadCondition(std::u16string& condition, TCSSTokenType end);
 
-  std::span<TCSSToken> FTokens;
-  size_t FIndex = 0;
+  TCSSTokenizer& FTokenizer;
+  int32_t FEndPos = 0;  // of the last token that is no space
+  bool FAtEnd = false;
+  bool FBroken = false;
 };
 
 }  // namespace ht

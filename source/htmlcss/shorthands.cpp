@@ -92,15 +92,24 @@ void THtShorthandCompiler::AddCopy() {
 
 void THtShorthandCompiler::AddOne(TCSSProperty prop, int32_t index) { AddOne(CSSPropOf(prop), index); }
 
-void THtShorthandCompiler::AddSpan(const TCSSPropRec& prop, int32_t first, int32_t last, bool prepared) {
+int32_t THtShorthandCompiler::AddSpan(const TCSSPropRec& prop, int32_t first, int32_t last, bool prepared) {
   const auto count = static_cast<size_t>(last - first + 1);
-  AddRecord(prop, TCSSTokens::Copied({&Token(first), count}), prepared);
+  return AddRecord(prop, TCSSTokens::Copied({&Token(first), count}), prepared);
 }
 
-void THtShorthandCompiler::AddRun(const TCSSPropRec& prop, int32_t& index) {
-  const int32_t last = Token(index).CType == ctFunction ? EndOfFunction(index) : index;
-  AddSpan(prop, index, last, true);
+int32_t THtShorthandCompiler::AddRun(const TCSSPropRec& prop, int32_t& index) {
+  const int32_t first = index, last = Token(index).CType == ctFunction ? EndOfFunction(index) : index;
   index = last + 1;
+  const bool isWhole = first == 0 && index == Count();
+  const auto count = static_cast<size_t>(index - first);
+  return AddRecord(prop, isWhole ? FValue->Tokens : TCSSTokens::Copied({&Token(first), count}), true);
+}
+
+void THtShorthandCompiler::AddTwin(const TCSSPropRec& prop, int32_t record) {
+  if (record < 0) return;
+  TCSSValue& twin = FResult.emplace_back(TCSSValue(FResult[static_cast<size_t>(record)]));
+  twin.NameToken.Name = twin.Name = prop.Name;
+  twin.Prop = &prop;
 }
 
 void THtShorthandCompiler::AddWord(TCSSProperty prop, const hstring& word) {
@@ -112,15 +121,16 @@ void THtShorthandCompiler::AddWord(TCSSProperty prop, const hstring& word) {
   AddRecord(CSSPropOf(prop), std::move(tokens), true);
 }
 
-void THtShorthandCompiler::AddRecord(const TCSSPropRec& prop, TCSSTokens tokens, bool prepared) {
-  TCSSValue& record = FResult.emplace_back();
-  record.NameToken = FValue->NameToken;
-  record.NameToken.Name = record.Name = prop.Name;
-  record.Tokens = std::move(tokens);
+// The index of the record; -1 if it means nothing and is removed again.
+int32_t THtShorthandCompiler::AddRecord(const TCSSPropRec& prop, TCSSTokens tokens, bool prepared) {
+  TCSSValue& record =
+      FResult.emplace_back(TCSSToken(FValue->NameToken, prop.Name), std::move(tokens), &FSection);
+  record.Name = prop.Name;
   record.Important = FValue->Important;
-  record.Section = &FSection;
   const bool meansSomething = TCSSParser::PrepareValue(record, FSection, prop);
-  if (prepared ? !meansSomething : IsUnknownKeyword(record)) FResult.pop_back();
+  if (prepared ? meansSomething : !IsUnknownKeyword(record)) return static_cast<int32_t>(FResult.size()) - 1;
+  FResult.pop_back();
+  return -1;
 }
 
 // The index of the parenthesis that closes the function, or of the last token.
@@ -151,19 +161,15 @@ void THtShorthandCompiler::CompileSides() {
     return;
   }
   int32_t index = 0;
-  AddRun(*sides[0], index);
-  const int32_t second = index < Count() ? index : 0;
-  const auto addAt = [this](const TCSSPropRec& side, int32_t at) { AddRun(side, at); };
-  if (index >= Count()) {
-    for (size_t side = 1; side < sides.size(); ++side) addAt(*sides[side], 0);
-    return;
-  }
-  AddRun(*sides[1], index);
-  if (index < Count())
-    AddRun(*sides[2], index);
-  else
-    addAt(*sides[2], 0);
-  addAt(*sides[3], index < Count() ? index : second);
+  const auto add = [&](size_t side, int32_t across) {
+    if (index < Count()) return AddRun(*sides[side], index);
+    AddTwin(*sides[side], across);
+    return across;
+  };
+  const int32_t top = add(0, -1);
+  const int32_t right = add(1, top);
+  add(2, top);
+  add(3, right);
 }
 
 void THtShorthandCompiler::CompilePair() {
@@ -221,7 +227,7 @@ void THtShorthandCompiler::CompileBorder() {
     switch (token.CType) {
       case ctIdent:
         if (IsKeyword(cspBorderStyle, token)) {
-          for (const TCSSPropRec* side : CSSPropOf(cspBorderStyle).SubProps) AddOne(*side, index);
+          AddBorderStyle(index);
         } else if (token.Name == u"thin" || token.Name == u"medium" || token.Name == u"thick") {
           AddOne(cspBorderWidth, index);
         } else {
@@ -241,6 +247,12 @@ void THtShorthandCompiler::CompileBorder() {
       default: break;
     }
   }
+}
+
+void THtShorthandCompiler::AddBorderStyle(int32_t index) {
+  const std::vector<TCSSPropRec*>& sides = CSSPropOf(cspBorderStyle).SubProps;
+  const int32_t top = AddSpan(*sides[0], index, index, true);
+  for (size_t side = 1; side < sides.size(); ++side) AddTwin(*sides[side], top);
 }
 
 void THtShorthandCompiler::CompileBackground() {

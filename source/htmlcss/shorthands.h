@@ -18,12 +18,14 @@ class THtShorthandCompiler {
   void AddCopy();
   void AddOne(const TCSSPropRec& prop, int32_t index) { AddSpan(prop, index, index, true); }
   void AddOne(TCSSProperty prop, int32_t index);
-  /// The item at the index, a function up to its parenthesis; the index moves behind it.
-  void AddRun(const TCSSPropRec& prop, int32_t& index);
+  /// The item at the index, a function up to its parenthesis; the index moves behind it. The index of the record, or -1.
+  int32_t AddRun(const TCSSPropRec& prop, int32_t& index);
+  /// The same value as that of a record, which it shares; -1 stands for one that meant nothing.
+  void AddTwin(const TCSSPropRec& prop, int32_t record);
   void AddWord(TCSSProperty prop, const hstring& word);
   /// Unless `prepared` is asked for, the record stays also when it means nothing.
-  void AddSpan(const TCSSPropRec& prop, int32_t first, int32_t last, bool prepared);
-  void AddRecord(const TCSSPropRec& prop, TCSSTokens tokens, bool prepared);
+  int32_t AddSpan(const TCSSPropRec& prop, int32_t first, int32_t last, bool prepared);
+  int32_t AddRecord(const TCSSPropRec& prop, TCSSTokens tokens, bool prepared);
 
   void Compile();
   void CompileComplex();
@@ -32,6 +34,7 @@ class THtShorthandCompiler {
   void CompileInOrder();
   void CompileFont();
   void CompileBorder();
+  void AddBorderStyle(int32_t index);
   void CompileBackground();
   void CompileBackgroundWord(int32_t index);
   int32_t CompileBackgroundFunction(int32_t index);

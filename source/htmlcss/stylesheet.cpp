@@ -171,7 +171,7 @@ void TCSSStyleSheet::ClearProp(std::u16string_view name) {
   for (int32_t i = 0; i < fSections.GetCount(); ++i) {
     TCSSSection& section = *GetSection(i);
     const auto isNamed = [name](const TCSSValue& value) { return HtSameAscii(value.NameToken.Name, name); };
-    if (std::erase_if(section.Values, isNamed) > 0) section.Compile();
+    if (section.Values.EraseIf(isNamed) > 0) section.Compile();
   }
 }
 

@@ -1,6 +1,7 @@
 #include "htruntime/arena.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstdlib>
 #include <new>
@@ -38,9 +39,29 @@ constexpr size_t TextBlockFor(size_t expectedBytes) {
 
 constexpr size_t RoundUp(size_t bytes, size_t to) { return (bytes + to - 1) / to * to; }
 
-// Fresh pages cost more than what is written into them, so a large block is one huge page where the system has them.
+// The last few large blocks that were released wait here for the next parse: 8 MB at most.
+std::array<std::atomic<void*>, 4> gSpareBlocks;
+
+void* TakeSpareBlock() noexcept {
+  for (std::atomic<void*>& spare : gSpareBlocks)
+    if (void* block = spare.exchange(nullptr, std::memory_order_acquire)) return block;
+  return nullptr;
+}
+
+bool KeepSpareBlock(void* block) noexcept {
+  for (std::atomic<void*>& spare : gSpareBlocks) {
+    void* none = nullptr;
+    if (spare.compare_exchange_strong(none, block, std::memory_order_release, std::memory_order_relaxed))
+      return true;
+  }
+  return false;
+}
+
+// Fresh pages cost more than what is written into them, so a large block is one huge page where the system has them,
+// and few are given back to the system.
 void* MapHugePage() {
 #if defined(__linux__) && defined(MADV_HUGEPAGE)
+  if (void* spare = TakeSpareBlock()) return spare;
   void* area = mmap(nullptr, 2 * kHugePage, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
   if (area == MAP_FAILED) return nullptr;
   auto* start = static_cast<char*>(area);
@@ -76,8 +97,8 @@ void THtBlockChain::Release(TBlock* block, int64_t objects) noexcept {
     return;
   }
 #if defined(__linux__)
-  if (block->Mapped) {
-    munmap(static_cast<void*>(block), block->Mapped);
+  if (const size_t mapped = block->Mapped) {
+    if (!KeepSpareBlock(block)) munmap(static_cast<void*>(block), mapped);
     return;
   }
 #endif

@@ -18,6 +18,7 @@
 #include "htruntime/mainthread.h"
 #include "htruntime/numformat.h"
 #include "htruntime/object.h"
+#include "htruntime/poolvector.h"
 #include "htruntime/rounding.h"
 #include "htruntime/sharedarray.h"
 #include "htruntime/stream.h"

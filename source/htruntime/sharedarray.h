@@ -9,7 +9,7 @@
 #include <span>
 #include <utility>
 
-#include "htruntime/arena.h"
+#include "htruntime/poolvector.h"
 
 namespace ht {
 
@@ -35,9 +35,20 @@ class TSharedArray {
     return *this;
   }
 
-  /// An array of exactly these items.
-  static TSharedArray Moved(std::span<T> items) { return Made(std::make_move_iterator(items.data()), items.size()); }
-  static TSharedArray Copied(std::span<const T> items) { return Made(items.data(), items.size()); }
+  /// An array of copies of these items.
+  static TSharedArray Copied(std::span<const T> items) {
+    TSharedArray result = WithRoom(items.size());
+    if (items.empty()) return result;
+    std::uninitialized_copy(items.begin(), items.end(), Items(result.FBlock));
+    result.FBlock->Count = static_cast<int32_t>(items.size());
+    return result;
+  }
+  /// An array of just the items of a vector, which is left empty.
+  static TSharedArray Taken(THtPoolVector<T>& items) {
+    TSharedArray result = WithRoom(items.size());
+    if (!items.empty()) result.FBlock->Count = items.TakeTo(Items(result.FBlock));
+    return result;
+  }
 
   int32_t Count() const { return FBlock ? FBlock->Count : 0; }
   bool Empty() const { return Count() == 0; }
@@ -86,14 +97,9 @@ class TSharedArray {
     return new (memory) TBlock{{1}, 0, capacity};
   }
 
-  template <class TFrom>
-  static TSharedArray Made(TFrom from, size_t size) {
+  static TSharedArray WithRoom(size_t count) {
     TSharedArray result;
-    if (size == 0) return result;
-    const auto count = static_cast<int32_t>(size);
-    result.FBlock = NewBlock(count);
-    std::uninitialized_copy_n(from, count, Items(result.FBlock));
-    result.FBlock->Count = count;
+    if (count) result.FBlock = NewBlock(static_cast<int32_t>(count));
     return result;
   }
 
