@@ -1,8 +1,11 @@
 #pragma once
 
-// Text builders and lists; text, number and date helpers; codecs and whole files.
+// Text builders and lists; text, number and date helpers; codecs and whole files; pixels and geometry.
 
 #include "htutils/base64.h"
+#include "htutils/blur.h"
+#include "htutils/colorarith.h"
+#include "htutils/cpufeatures.h"
 #include "htutils/crc32.h"
 #include "htutils/dates.h"
 #include "htutils/email.h"
@@ -11,6 +14,8 @@
 #include "htutils/faststring.h"
 #include "htutils/faststringlist.h"
 #include "htutils/files.h"
+#include "htutils/fill.h"
+#include "htutils/fontname.h"
 #include "htutils/fontstyle.h"
 #include "htutils/geometry.h"
 #include "htutils/idlist.h"
@@ -18,6 +23,7 @@
 #include "htutils/methoddesc.h"
 #include "htutils/numbers.h"
 #include "htutils/objectlist.h"
+#include "htutils/platformcolors.h"
 #include "htutils/samevalue.h"
 #include "htutils/strreplace.h"
 #include "htutils/strsearch.h"
