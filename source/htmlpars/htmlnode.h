@@ -112,7 +112,7 @@ class THtmlNode : public THtNode {
   // The tree builder
   struct TFrame {
     THtNode* Result = nullptr;  // what the frame returns when it ends
-    int32_t LastCell = -1;      // of a row: the index of its last cell among the first Scanned children, or -1
+    int32_t LastCell = -1;  // of a row: the index of its last cell among the first Scanned children, or -1
     int32_t Scanned = 0;
   };
   THtNode* ParseContent(THtmlParser& parser);
