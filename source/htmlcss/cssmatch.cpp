@@ -1,6 +1,7 @@
 #include "htmlcss/cssmatch.h"
 
-#include <array>
+#include <algorithm>
+#include <cstddef>
 #include <unordered_set>
 
 #include "htmlcss/stylesheet.h"
@@ -13,6 +14,40 @@ TStyledHTMLNode* ParentOf(const TStyledHTMLNode& node) {
   return static_cast<TStyledHTMLNode*>(node.THtNode::GetParent());
 }
 
+// The index in the parent. Elements are mostly asked in document order, so the one found before in the same parent is
+// near; what is remembered is only a guess, and is checked.
+int32_t IndexInParent(const TStyledHTMLNode& node, const THtNode& parent) {
+  struct TGuess {
+    const THtNode* Parent;
+    int32_t Index;
+  };
+  constexpr size_t kGuesses = 64;
+  constexpr int32_t kReach = 8;
+  thread_local TGuess guesses[kGuesses];
+  TGuess& guess = guesses[reinterpret_cast<uintptr_t>(&parent) / alignof(std::max_align_t) / 8 % kGuesses];
+  const int32_t count = parent.GetCount();
+  if (guess.Parent == &parent)
+    for (int32_t i = guess.Index; i < std::min(count, guess.Index + kReach); ++i)
+      if (parent.GetNode(i) == &node) return guess.Index = i;
+  guess = {&parent, node.NodeIndex()};
+  return guess.Index;
+}
+
+// The nearest sibling with a tag before the index; null if there is none.
+TStyledHTMLNode* ElementBefore(const THtNode& parent, int32_t& index) {
+  while (--index >= 0)
+    if (THtNode* sibling = parent.GetNode(index); !sibling->GetTag().Empty())
+      return static_cast<TStyledHTMLNode*>(sibling);
+  return nullptr;
+}
+
+TStyledHTMLNode* PreviousElement(const TStyledHTMLNode& node) {
+  const THtNode* parent = ParentOf(node);
+  if (!parent) return nullptr;
+  int32_t index = IndexInParent(node, *parent);
+  return ElementBefore(*parent, index);
+}
+
 bool AnyNotApplies(const TCSSSelector& compound, TStyledHTMLNode& node, TCSSPseudo pseudos) {
   for (const auto& negation : compound.Nots)
     if (negation->Matches(node, pseudos)) return true;
@@ -21,6 +56,12 @@ bool AnyNotApplies(const TCSSSelector& compound, TStyledHTMLNode& node, TCSSPseu
 
 bool StepsAside(const TCSSSelector& compound) {
   return compound.Parent && (compound.Position == spSibling || compound.Position == spAllSiblings);
+}
+
+// For a compound that looks at ancestors and is met: the next one, from the parent on, finds all that it would find
+// from further up.
+bool CoversAncestors(const TCSSSelector& compound) {
+  return compound.Position == spDescendant && compound.Parent->Nots.empty() && !StepsAside(*compound.Parent);
 }
 
 // Where the search for a compound begins.
@@ -76,14 +117,17 @@ class TChainSearch {
  public:
   explicit TChainSearch(TCSSPseudo pseudos) : FPseudos(pseudos) {}
 
-  // Whether the compounds to the left of `selector` are met from a child of `parent`.
-  bool RunFrom(const TStyledHTMLNode& element, TStyledHTMLNode& parent, const TCSSSelector& selector) {
-    switch (selector.Position) {
-      case spDescendant:
-      case spChild: FNext->Push({&parent, -1, TStart::stNode, selector.Position}); break;
-      case spSibling: PushPrevious(parent, element.NodeIndex()); break;
-      case spAllSiblings:
-        FNext->Push({&parent, element.NodeIndex() - 1, TStart::stAllChildren, spAllSiblings});
+  bool RunFrom(const TStyledHTMLNode& element, const TCSSSelector& selector) {
+    TStyledHTMLNode* parent = ParentOf(element);
+    if (!parent) return false;
+    if (!StepsAside(selector)) {
+      FNext->Push({parent, -1, TStart::stNode, selector.Position});
+    } else {
+      const int32_t index = IndexInParent(element, *parent);
+      if (selector.Position == spSibling)
+        PushPrevious(*parent, index);
+      else
+        FNext->Push({parent, index - 1, TStart::stAllChildren, spAllSiblings});
     }
     return Run(selector.Parent.get());
   }
@@ -152,20 +196,16 @@ class TChainSearch {
   void GoAside(const TCSSSelector& compound, const TStyledHTMLNode& node, int32_t index) {
     TStyledHTMLNode* parent = ParentOf(node);
     if (!parent) return;
-    if (index < 0) index = node.NodeIndex();
+    if (index < 0) index = IndexInParent(node, *parent);
     if (compound.Position == spSibling)
       PushPrevious(*parent, index);
     else
       FNext->Push({parent, index, TStart::stElements, spAllSiblings});
   }
 
-  void PushPrevious(const TStyledHTMLNode& parent, int32_t index) {
-    while (--index >= 0) {
-      auto* sibling = static_cast<TStyledHTMLNode*>(parent.THtNode::GetNode(index));
-      if (sibling->GetTag().Empty()) continue;
+  void PushPrevious(const THtNode& parent, int32_t index) {
+    if (TStyledHTMLNode* sibling = ElementBefore(parent, index))
       FNext->Push({sibling, index, TStart::stNode, spSibling});
-      return;
-    }
   }
 
   static constexpr size_t kFreeSteps = 128;
@@ -178,15 +218,44 @@ class TChainSearch {
   std::unordered_set<uintptr_t> FVisited;  // by this compound; the low bits are the way
 };
 
+enum TAnswer : uint8_t { anNo, anYes, anUnknown };
+
+// Nearly all chains are decided by the nearest nodes that meet their compounds, without any bookkeeping. `node` is where
+// the compound left of `selector` starts.
+TAnswer AskNearest(const TCSSSelector& selector, TStyledHTMLNode* node, TCSSPseudo pseudos) {
+  TAnswer failure = anNo;
+  TSelectorPosition position = selector.Position;
+  for (const TCSSSelector* compound = selector.Parent.get();; compound = compound->Parent.get()) {
+    const bool stepsAside = StepsAside(*compound);
+    for (;; node = ParentOf(*node)) {
+      if (!node) return failure;
+      const TCSSPseudo current = HtCurrentPseudos(*node) + pseudos;
+      if (compound->Matches(*node, current)) {
+        if (AnyNotApplies(*compound, *node, current)) return failure;
+        if (!compound->Parent) return anYes;
+        break;
+      }
+      if (position == spChild) return failure;
+      if (stepsAside) break;
+    }
+    position = compound->Position;
+    if (position == spAllSiblings) return anUnknown;
+    if (!stepsAside && !CoversAncestors(*compound)) failure = anUnknown;
+    node = stepsAside ? PreviousElement(*node) : ParentOf(*node);
+  }
+}
+
 }  // namespace
 
 bool HtMeetsRest(TStyledHTMLNode& element, const TCSSSelector& selector, TCSSPseudo current,
                  TCSSPseudo pseudos) {
   if (AnyNotApplies(selector, element, current)) return false;
   if (!selector.Parent) return true;
-  TStyledHTMLNode* parent = ParentOf(element);
-  if (!parent) return false;
-  return TChainSearch(pseudos).RunFrom(element, *parent, selector);
+  TAnswer answer = anUnknown;
+  if (selector.Position != spAllSiblings)
+    answer = AskNearest(
+        selector, selector.Position == spSibling ? PreviousElement(element) : ParentOf(element), pseudos);
+  return answer == anUnknown ? TChainSearch(pseudos).RunFrom(element, selector) : answer == anYes;
 }
 
 bool TCSSStyleSheet::TestElement(TStyledHTMLNode& element, const TCSSSelector& selector, TCSSPseudo pseudos) {

@@ -25,8 +25,8 @@ void RemoveFromBucket(TCSSSelectors& bucket, const TCSSSection* section) {
   for (TCSSSelector* selector : kept) bucket.Add(selector);
 }
 
-// The attribute without which no element meets the selector's conditions. Names that are not ASCII are compared by more
-// than the case of their letters, so they are not told apart here.
+// The attribute without which no element meets the selector's conditions; empty if there is none. Names that are not
+// ASCII are compared by more than the case of their letters, so they are not told apart here.
 hstring NeededAttribute(const TCSSSelector& selector) {
   if (selector.Conditions.Empty() || selector.Conditions[0].Compare == acNotEq) return {};
   hstring name = selector.Conditions[0].Name;
@@ -58,17 +58,19 @@ TCSSSelectors* TCSSStyleMap::BucketOf(TCSSPseudoClass pseudo) {
   return PseudoMap.back().Selectors.get();
 }
 
-void TCSSStyleMap::AddSelector(const hstring& key, TCSSSelector* selector, TCSSPseudoClass pseudo,
+bool TCSSStyleMap::AddSelector(const hstring& key, TCSSSelector* selector, TCSSPseudoClass pseudo,
                                bool distinct) {
   TCSSSelectors* bucket = FShape == smKeyed ? BucketOf(key) : BucketOf(pseudo);
   if (FShape == smPseudo)
     AllPseudos = AllPseudos + selector->Pseudos;
   else
     distinct = distinct && selector->Section->Selectors.GetCount() == 1;
+  const int32_t before = bucket->GetCount();
   if (distinct && !selector->Parent && MayMerge(*bucket, *selector))
     bucket->DistinctAdd(selector);
   else
     bucket->Add(selector);
+  return bucket->GetCount() > before;
 }
 
 int32_t TCSSStyleMap::Count() const {
@@ -112,48 +114,76 @@ void TCSSStyleMap::Clear() {
 
 TCSSStyleMaps::TCSSStyleMaps() : Tags(std::make_unique<TCSSStyleMap>(TCSSStyleMap::smKeyed)) {}
 
+namespace {
+
+bool AddTo(std::unique_ptr<TCSSStyleMap>& map, const hstring& key, TCSSSelector* selector,
+           bool distinct = false) {
+  if (!map) map = std::make_unique<TCSSStyleMap>(TCSSStyleMap::smKeyed);
+  return map->AddSelector(key, selector, pcNone, distinct);
+}
+
+}  // namespace
+
 void TCSSStyleMaps::AddSelector(TCSSSelector* selector, bool mayMerge) {
-  const auto add = [selector](std::unique_ptr<TCSSStyleMap>& map, const hstring& key, bool distinct = false) {
-    if (!map) map = std::make_unique<TCSSStyleMap>(TCSSStyleMap::smKeyed);
-    map->AddSelector(key, selector, pcNone, distinct);
-  };
   if (!selector->Tag.Empty()) {
-    add(Tags, selector->Tag, mayMerge && selector->Universal && selector->Condition.Empty());
+    const bool distinct = mayMerge && selector->Universal && selector->Condition.Empty();
+    if (AddTo(Tags, selector->Tag, selector, distinct)) AddToFineMaps(selector);
   } else if (!selector->ID.Empty()) {
-    add(IDs, selector->ID);
+    AddTo(IDs, selector->ID, selector);
   } else if (!selector->Classes.Empty()) {
-    add(Classes, selector->Classes[0].s);
+    AddTo(Classes, selector->Classes[0].s, selector);
   } else if (!selector->Condition.Empty()) {
     hstring key = selector->Condition;
     hLower(key);
-    add(Conditions, key);
-    add(FAttributes, NeededAttribute(*selector));
+    AddTo(Conditions, key, selector);
+    AddTo(FFine.Attributes, NeededAttribute(*selector), selector);
   } else if (selector->HasPseudoClasses()) {
     if (!Pseudos) Pseudos = std::make_unique<TCSSStyleMap>(TCSSStyleMap::smPseudo);
     Pseudos->AddSelector({}, selector, selector->Pseudo, false);
   }
 }
 
+void TCSSStyleMaps::AddToFineMaps(TCSSSelector* selector) {
+  const TCSSSelector* parent = selector->Position == spChild ? selector->Parent.get() : nullptr;
+  if (!selector->ID.Empty())
+    AddTo(FFine.IDs, selector->ID, selector);
+  else if (!selector->Classes.Empty())
+    AddTo(FFine.Classes, selector->Classes[0].s, selector);
+  else if (const hstring attribute = NeededAttribute(*selector); !attribute.Empty())
+    AddTo(FFine.Attributes, attribute, selector);
+  else if (selector->Universal && parent && !parent->Classes.Empty())
+    AddTo(FFine.ParentClasses, parent->Classes[0].s, selector);
+  else
+    AddTo(FFine.Tags, selector->Tag, selector);
+}
+
 template <class TVisit>
 void TCSSStyleMaps::VisitMaps(TVisit visit) const {
-  for (const auto& map : {&Tags, &IDs, &Pseudos, &Classes, &Conditions, &FAttributes})
+  for (const auto& map : {&Tags, &IDs, &Pseudos, &Classes, &Conditions})
+    if (*map) visit(**map);
+}
+
+template <class TVisit>
+void TCSSStyleMaps::VisitAllMaps(TVisit visit) {
+  VisitMaps(visit);
+  for (const auto& map : {&FFine.IDs, &FFine.Classes, &FFine.Attributes, &FFine.ParentClasses, &FFine.Tags})
     if (*map) visit(**map);
 }
 
 void TCSSStyleMaps::RemoveSection(const TCSSSection* section) {
-  VisitMaps([section](TCSSStyleMap& map) { map.RemoveSection(section); });
+  VisitAllMaps([section](TCSSStyleMap& map) { map.RemoveSection(section); });
 }
 
 void TCSSStyleMaps::Clear() {
-  VisitMaps([](TCSSStyleMap& map) { map.Clear(); });
+  VisitAllMaps([](TCSSStyleMap& map) { map.Clear(); });
 }
 
 void TCSSStyleMaps::GetAllClasses(THtStringList& list) const {
-  VisitMaps([&list](TCSSStyleMap& map) { map.GetAllClasses(list); });
+  VisitMaps([&list](const TCSSStyleMap& map) { map.GetAllClasses(list); });
 }
 
 void TCSSStyleMaps::GetAllIds(THtStringList& list) const {
-  VisitMaps([&list](TCSSStyleMap& map) { map.GetAllIds(list); });
+  VisitMaps([&list](const TCSSStyleMap& map) { map.GetAllIds(list); });
 }
 
 }  // namespace ht

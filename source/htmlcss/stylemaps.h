@@ -30,8 +30,8 @@ class TCSSStyleMap : public THtObjectDictionary {
   TCSSPseudo AllPseudos;
 
   /// Files under `key`, or in the pseudo shape under `pseudo`. With `distinct` a selector without a parent goes through
-  /// DistinctAdd; in the keyed shape only if it is alone in its section.
-  void AddSelector(const hstring& key, TCSSSelector* selector, TCSSPseudoClass pseudo, bool distinct);
+  /// DistinctAdd; in the keyed shape only if it is alone in its section. Whether the selector itself was filed.
+  bool AddSelector(const hstring& key, TCSSSelector* selector, TCSSPseudoClass pseudo, bool distinct);
   /// The bucket of a key; null if there is none, and in the pseudo shape.
   TCSSSelectors* FindList(std::u16string_view key) const { return Get<TCSSSelectors>(key); }
   /// The same with the key's RSHash given.
@@ -79,15 +79,27 @@ class TCSSStyleMaps {
   void GetAllClasses(THtStringList& list) const;
   void GetAllIds(THtStringList& list) const;
 
-  /// The selectors of Conditions by the attribute that the first condition asks for, in lower case; under "" those that
-  /// an element without it may meet. Null if there are none.
-  const TCSSStyleMap* GetAttributes() const { return FAttributes.get(); }
+  /// The rules with a tag, and those of Conditions, once more: each under the rarest part that an element must have, so
+  /// that a query meets few others. Null where there are none.
+  struct TFineMaps {
+    std::unique_ptr<TCSSStyleMap> IDs;
+    std::unique_ptr<TCSSStyleMap> Classes;
+    /// By the name in lower case; under "" those that an element without the attribute may meet.
+    std::unique_ptr<TCSSStyleMap> Attributes;
+    /// Those of `.name > *`, by the class of the parent.
+    std::unique_ptr<TCSSStyleMap> ParentClasses;
+    std::unique_ptr<TCSSStyleMap> Tags;
+  };
+  const TFineMaps& Fine() const { return FFine; }
 
  private:
   template <class TVisit>
   void VisitMaps(TVisit visit) const;
+  template <class TVisit>
+  void VisitAllMaps(TVisit visit);
+  void AddToFineMaps(TCSSSelector* selector);
 
-  std::unique_ptr<TCSSStyleMap> FAttributes;
+  TFineMaps FFine;
 };
 
 }  // namespace ht

@@ -164,6 +164,7 @@ void TCSSStyleSheet::VisitMaps(TVisit visit) {
 void TCSSStyleSheet::Clear() {
   VisitMaps([](TCSSStyleMaps& maps) { maps.Clear(); });
   fSections.Clear();
+  FHasForeignRules = false;
   if (KeyFrames) KeyFrames->Clear();
 }
 

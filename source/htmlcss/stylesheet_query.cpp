@@ -19,12 +19,33 @@ bool IsPlainName(std::u16string_view name) {
   return std::all_of(name.begin(), name.end(), [](char16_t c) { return c < 128 && !HtIsAsciiUpper(c); });
 }
 
-// Each of these calls `visit` for buckets that hold rules for the element, until it gives true; whether it did.
+// Each of these calls `visit` for buckets that may hold rules for an element, until it gives true; whether it did. A map
+// may be null.
 
 template <class TVisit>
-bool VisitBucket(const TCSSStyleMap* map, uint32_t hash, std::u16string_view key, const TVisit& visit) {
+bool VisitBucket(const std::unique_ptr<TCSSStyleMap>& map, uint32_t hash, std::u16string_view key,
+                 const TVisit& visit) {
   const TCSSSelectors* bucket = map ? map->FindList(hash, key) : nullptr;
   return bucket && visit(*bucket);
+}
+
+template <class TVisit>
+bool VisitClasses(const std::unique_ptr<TCSSStyleMap>& map, const TStyledHTMLNode& element,
+                  const TVisit& visit) {
+  if (!map) return false;
+  for (const TCSSClassRec& name : element.FClassHashes)
+    if (VisitBucket(map, name.hash, name.s, visit)) return true;
+  return false;
+}
+
+template <class TVisit>
+bool VisitTags(const std::unique_ptr<TCSSStyleMap>& map, const TStyledHTMLNode& element,
+               const TVisit& visit) {
+  constexpr std::u16string_view kAny = u"*";
+  constexpr uint32_t kAnyHash = RSHash(kAny.data(), 1);
+  if (!element.GetTag().Empty() && VisitBucket(map, element.GetTagHash(), element.GetTag(), visit))
+    return true;
+  return VisitBucket(map, kAnyHash, kAny, visit);
 }
 
 template <class TVisit>
@@ -34,52 +55,49 @@ bool VisitAll(const TCSSStyleMap& map, const TVisit& visit) {
   return false;
 }
 
-// Of the conditions only those that speak of an attribute which the element has.
+// Under the names of all attributes, and under none.
 template <class TVisit>
-bool VisitConditions(const TCSSStyleMap& map, const THtAttributes& attributes, const TVisit& visit) {
-  if (attributes.CaseSensitive) return VisitAll(map, visit);
+bool VisitAttributes(const std::unique_ptr<TCSSStyleMap>& map, const THtAttributes& attributes,
+                     const TVisit& visit) {
+  if (!map) return false;
+  if (attributes.CaseSensitive) return VisitAll(*map, visit);
   for (int32_t i = 0; i < attributes.Count; ++i)
-    if (!IsPlainName(attributes.GetName(i))) return VisitAll(map, visit);
-  if (VisitBucket(&map, RSHash(u"", 0), u"", visit)) return true;
+    if (!IsPlainName(attributes.GetName(i))) return VisitAll(*map, visit);
+  if (VisitBucket(map, RSHash(u"", 0), u"", visit)) return true;
   for (int32_t i = 0; i < attributes.Count; ++i) {
     const hstring& name = attributes.GetName(i);
-    if (!name.Empty() && VisitBucket(&map, RSHash(name.Data(), name.Length()), name, visit)) return true;
+    if (!name.Empty() && VisitBucket(map, RSHash(name.Data(), name.Length()), name, visit)) return true;
   }
   return false;
 }
 
 template <class TVisit>
-bool VisitByAttributes(const TCSSStyleMaps& maps, const TStyledHTMLNode& element, const TVisit& visit) {
-  const THtAttributes* attributes = element.GetAttributes();
-  if (!attributes) return false;
-  if (maps.IDs) {
-    const hstring* id = IdOf(*attributes);
-    if (id && !id->Empty() && VisitBucket(maps.IDs.get(), RSHash(id->Data(), id->Length()), *id, visit))
-      return true;
-  }
-  if (maps.Classes)
-    for (const TCSSClassRec& name : element.FClassHashes)
-      if (VisitBucket(maps.Classes.get(), name.hash, name.s, visit)) return true;
-  return maps.GetAttributes() && VisitConditions(*maps.GetAttributes(), *attributes, visit);
+bool VisitIds(const TCSSStyleMaps& maps, const hstring* id, const TVisit& visit) {
+  if (!id || id->Empty() || !(maps.IDs || maps.Fine().IDs)) return false;
+  const uint32_t hash = RSHash(id->Data(), id->Length());
+  return VisitBucket(maps.IDs, hash, *id, visit) || VisitBucket(maps.Fine().IDs, hash, *id, visit);
 }
 
+// The buckets that speak of the element itself, but for those of its pseudo-classes.
 template <class TVisit>
-bool VisitByTag(const TCSSStyleMaps& maps, const TStyledHTMLNode& element, const TVisit& visit) {
-  constexpr std::u16string_view kAny = u"*";
-  constexpr uint32_t kAnyHash = RSHash(kAny.data(), 1);
-  if (!element.GetTag().Empty() &&
-      VisitBucket(maps.Tags.get(), element.GetTagHash(), element.GetTag(), visit))
-    return true;
-  return VisitBucket(maps.Tags.get(), kAnyHash, kAny, visit);
+bool VisitRules(const TCSSStyleMaps& maps, const TStyledHTMLNode& element, const TVisit& visit) {
+  const TCSSStyleMaps::TFineMaps& fine = maps.Fine();
+  if (const THtAttributes* attributes = element.GetAttributes())
+    if (VisitIds(maps, IdOf(*attributes), visit) || VisitClasses(maps.Classes, element, visit) ||
+        VisitAttributes(fine.Attributes, *attributes, visit))
+      return true;
+  return VisitClasses(fine.Classes, element, visit) || VisitTags(fine.Tags, element, visit);
 }
 
+// Whether the element meets the right-most compound of a rule, whatever the rest of it says.
 bool MayApply(TStyledHTMLNode& element, const TCSSStyleMaps& maps) {
   const auto anyPasses = [&element](const TCSSSelectors& bucket) {
     for (const TCSSSelector* selector : bucket)
       if (selector->Matches(element, selector->Pseudos)) return true;
     return false;
   };
-  return VisitByAttributes(maps, element, anyPasses) || VisitByTag(maps, element, anyPasses) ||
+  const auto& ofParents = maps.Fine().ParentClasses;
+  return VisitRules(maps, element, anyPasses) || (ofParents && VisitAll(*ofParents, anyPasses)) ||
          (maps.Pseudos && VisitAll(*maps.Pseudos, anyPasses));
 }
 
@@ -100,8 +118,9 @@ void TCSSStyleSheet::GetElementSelectors(TStyledHTMLNode& element, TCSSWeightLis
     }
     return false;
   };
-  VisitByAttributes(*maps, element, addBucket);
-  VisitByTag(*maps, element, addBucket);
+  VisitRules(*maps, element, addBucket);
+  if (const THtNode* parent = element.THtNode::GetParent())
+    VisitClasses(maps->Fine().ParentClasses, static_cast<const TStyledHTMLNode&>(*parent), addBucket);
   if (!maps->Pseudos) return;
   const TCSSPseudo asked = current + TCSSPseudo{pcNthChild, pcNthOfType};
   if ((maps->Pseudos->AllPseudos * asked).Empty()) return;

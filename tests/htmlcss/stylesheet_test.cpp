@@ -72,6 +72,12 @@ const struct {
     {u"[TITLE=t]{width:1px}[title]{width:2px}[x!=1]{width:3px}[x]{width:4px}[class=c][title]{width:5px}", u"p",
      "width:1px width:2px width:3px width:5px"},
     {u"[title]{width:1px}", u"x", ""},
+    // Rules with a tag, by what else they ask for.
+    {u"p.c{width:1px} p#p{width:2px} P[Title]{width:3px} p[x!=1]{width:4px} p.c.b{width:5px} p#d{width:6px} "
+     u"p[x]{width:7px} *.c{width:8px} *#p{width:9px} *[title]{width:10px} p{width:11px}", u"p",
+     "width:11px width:8px width:10px width:1px width:3px width:4px width:9px width:2px"},
+    {u".a>*{width:1px} .b>*:not(.c){width:2px} .b.a > *{width:3px} .c>*{width:4px} .a *{width:5px} div.a>*{width:6px}",
+     u"p", "width:1px width:5px width:6px width:3px"},
     {u"@font-face{font-family:f;src:url(u)format('woff')} @page{size:a4} @keyframes k{a{width:1px}} a{width:2px}", u"x",
      "width:2px"},
     // clang-format on
@@ -111,6 +117,14 @@ TEST(StyleSheet, GeneratedContent) {
        {std::pair{u"p", TCSSPseudo{pcBefore, pcAfter}}, {u"q", {pcBefore}}, {u"d", {}}}) {
     TCSSPseudo pseudos;
     sheet.GetElementPseudoClasses(ById(root, id), pseudos);
+    EXPECT_TRUE(pseudos == expected) << HtToUtf8(id);
+  }
+  // Only the right-most compound is asked.
+  TSheet chains(u"x p.c::before{top:0} .x>*::after{top:0} p#q::marker{top:0}");
+  for (const auto& [id, expected] :
+       {std::pair{u"p", TCSSPseudo{pcBefore, pcAfter}}, {u"q", {pcAfter, pcMarker}}, {u"d", {pcAfter}}}) {
+    TCSSPseudo pseudos;
+    chains.GetElementPseudoClasses(ById(root, id), pseudos);
     EXPECT_TRUE(pseudos == expected) << HtToUtf8(id);
   }
 }
