@@ -1,0 +1,162 @@
+#include "document/documentsheets.h"
+
+#include <algorithm>
+#include <unordered_set>
+
+#include "document/variables.h"
+#include "htmlcss/cssparser.h"
+#include "htmlpars/lower.h"
+#include "htutils/urls.h"
+
+namespace ht {
+
+namespace {
+
+constexpr int32_t kMaxImportDepth = 50;
+
+hstring Resolved(const hstring& base, const hstring& address) {
+  return base.Empty() ? address : CombineUrl(base, address);
+}
+
+bool HasWord(std::u16string_view words, std::u16string_view word) {
+  while (!(words = HtTrim(words)).empty()) {
+    const size_t end = std::min(words.find_first_of(u" \t\r\n\f"), words.size());
+    if (HtSameAscii(words.substr(0, end), word)) return true;
+    words.remove_prefix(end);
+  }
+  return false;
+}
+
+hstring Joined(const TCSSTokens& tokens) {
+  hstring text;
+  for (const TCSSToken& token : tokens) text += token.Name + u" ";
+  return text;
+}
+
+// The library does not know `:root`. Where a selector begins with it, it is the element "html" to us, with the weight
+// of a pseudo-class.
+void FindRoot(TCSSSelector& selector, std::u16string_view source) {
+  constexpr std::u16string_view kRoot = u":root";
+  if (selector.StartPos < 1 || !source.substr(static_cast<size_t>(selector.StartPos) - 1).starts_with(kRoot))
+    return;
+  TCSSSelector* first = &selector;
+  while (first->Parent) first = first->Parent.get();
+  if (!first->Tag.Empty() || !first->Pseudos.Contains(pcUnknown)) return;
+  first->Tag = u"html"_hs;
+  first->Pseudos.Exclude(pcUnknown);
+  if (first->Pseudo == pcUnknown) first->Pseudo = pcNone;
+  selector.DetermineTestProc();
+}
+
+}  // namespace
+
+void TDocumentSheets::Add(const hstring& text, const hstring& baseURL) { FAdded.emplace_back(text, baseURL); }
+
+void TDocumentSheets::Collect(const THtNode& root, const hstring& baseURL, const TDocumentView& view) {
+  FView = view;
+  FBefore.swap(FSheets);
+  FSheets.clear();
+  FAuthor = std::make_unique<TCSSStyleSheet>();
+  FHasVariables = FHasSiblingRules = false;
+  FUsedPseudos = {};
+
+  std::vector<TSheet*> named, lastFirst;
+  hstring base = baseURL;
+  for (const THtNode* node = &root; node; node = node->NextNodeBelow(&root)) {
+    if (node->GetTag() == u"base" && base == baseURL)
+      base = Resolved(baseURL, node->GetAttribute(u"href"_hs));
+    AddElement(*node, base, named);
+  }
+  for (const auto& [text, url] : FAdded) named.push_back(&Embedded(text, url));
+
+  // From the last to the first, the imports of a sheet behind it: what is met again stands at a later place already.
+  std::reverse(named.begin(), named.end());
+  for (TSheet* sheet : named) AddWithImports(*sheet, lastFirst, 0);
+  std::reverse(lastFirst.begin(), lastFirst.end());
+  for (TSheet* sheet : lastFirst) File(*sheet);
+}
+
+void TDocumentSheets::AddElement(const THtNode& node, const hstring& baseURL, std::vector<TSheet*>& named) {
+  const bool isStyle = node.TagType == htStyle;
+  if (!isStyle && node.GetTag() != u"link") return;
+  const hstring rel = node.GetAttribute(u"rel"_hs), type = node.GetAttribute(u"type"_hs);
+  if (!isStyle && (!HasWord(rel, u"stylesheet") || HasWord(rel, u"alternate"))) return;
+  if (!type.Empty() && !HtSameAscii(type, u"text/css")) return;
+  if (node.HasAttribute(u"disabled"_hs) || !MediaHold(node.GetAttribute(u"media"_hs))) return;
+  named.push_back(isStyle ? &Embedded(node.GetContent(), baseURL)
+                          : &Linked(Resolved(baseURL, node.GetAttribute(u"href"_hs))));
+}
+
+void TDocumentSheets::AddWithImports(TSheet& sheet, std::vector<TSheet*>& lastFirst, int32_t depth) {
+  if (std::exchange(sheet.IsTaken, true)) return;
+  lastFirst.push_back(&sheet);
+  if (depth == kMaxImportDepth) return;
+  for (auto import = sheet.Imports.rbegin(); import != sheet.Imports.rend(); ++import)
+    if (MediaHold(import->Media)) AddWithImports(Linked(import->Address), lastFirst, depth + 1);
+}
+
+void TDocumentSheets::File(TSheet& sheet) {
+  sheet.IsTaken = false;
+  FAuthor->Assign(sheet.Rules);
+  FHasVariables |= sheet.HasVariables;
+  for (int32_t i = 0; i < sheet.Rules.fSections.GetCount(); ++i)
+    for (const TCSSSelector* selector : sheet.Rules.GetSection(i)->Selectors) NoteSelector(*selector);
+}
+
+void TDocumentSheets::NoteSelector(const TCSSSelector& selector) {
+  for (const TCSSSelector* part = &selector; part; part = part->Parent.get()) {
+    FUsedPseudos = FUsedPseudos + part->Pseudos;
+    for (const auto& negated : part->Nots) FUsedPseudos = FUsedPseudos + negated->Pseudos;
+    FHasSiblingRules |= part->Parent && part->Position >= spSibling;
+  }
+}
+
+TDocumentSheets::TSheet& TDocumentSheets::Embedded(const hstring& text, const hstring& baseURL) {
+  const hstring key = u"\n" + baseURL + u"\n" + text;
+  TSheet* known = Known(key);
+  return known ? *known : Read(key, text, baseURL);
+}
+
+TDocumentSheets::TSheet& TDocumentSheets::Linked(const hstring& address) {
+  if (TSheet* known = Known(address)) return *known;
+  return Read(address, Loader && !address.Empty() ? Loader(address) : hstring(), address);
+}
+
+TDocumentSheets::TSheet* TDocumentSheets::Known(std::u16string_view key) {
+  if (auto before = FBefore.extract(key)) return FSheets.insert(std::move(before)).position->second.get();
+  const auto found = FSheets.find(key);
+  return found == FSheets.end() ? nullptr : found->second.get();
+}
+
+TDocumentSheets::TSheet& TDocumentSheets::Read(const hstring& key, const hstring& text, const hstring& url) {
+  auto sheet = std::make_unique<TSheet>();
+  TSheet& result = *sheet;
+  result.Key = key;
+  TCSSStyleSheet& rules = result.Rules;
+  rules.URL = url;
+  rules.Parse(text);
+  for (int32_t i = 0; i < rules.fSections.GetCount(); ++i)
+    for (TCSSSelector* selector : rules.GetSection(i)->Selectors) FindRoot(*selector, text);
+  result.HasVariables = HtPrepareVariables(rules);
+
+  // The media of an import are known only to the parser.
+  if (const int32_t count = rules.Imports().GetCount(); count > 0) {
+    TCSSParser parser(text);
+    while (parser.Imports.size() < static_cast<size_t>(count) && parser.NextSection()) {}
+    for (const TCSSImport& import : parser.Imports)
+      result.Imports.push_back({Resolved(url, import.Address.Name), Joined(import.Media)});
+  }
+  FSheets.emplace(result.Key, std::move(sheet));
+  return result;
+}
+
+bool TDocumentSheets::MediaHold(const hstring& media) const {
+  if (HtTrim(media).empty()) return true;
+  TCSSParser parser(u"@media " + media + u"{*{top:0}}");
+  parser.NextSection();
+  if (!parser.MediaSets || parser.MediaSets->GetCount() == 0) return false;
+  return parser.MediaSets->Get<TCSSMediaSet>(0)->CheckMedia(FView.Media, static_cast<int64_t>(FView.Width),
+                                                            FView.DeviceWidth);
+}
+
+}  // namespace ht
