@@ -13,7 +13,7 @@ void TDocumentStyle::GetCSSVariable(TCSSTokenSequence& sequence) {
     sequence.Next(sequence.Count);
 }
 
-void TDocumentStyle::Inherit(const TBaseElementStyle& parent) {
+void TDocumentStyle::Inherit(TBaseElementStyle& parent) {
   TBaseElementStyle::Inherit(parent);
   Visibility = parent.Visibility;
 }

@@ -18,7 +18,7 @@ class TDocumentStyle : public TBaseElementStyle {
   /// For declarations with var() that do not go through the style pass, as those added to a style later.
   void GetCSSVariable(TCSSTokenSequence& sequence) override;
   /// Visibility is inherited, too.
-  void Inherit(const TBaseElementStyle& parent) override;
+  void Inherit(TBaseElementStyle& parent) override;
   void Reset(bool clearLast) override;
 };
 

@@ -3,7 +3,8 @@
 #include <algorithm>
 #include <charconv>
 
-TArguments::TArguments(std::span<char* const> words, std::span<const TOption> options, size_t operandCount) {
+TArguments::TArguments(std::span<char* const> words, std::span<const TOption> options, size_t operandCount,
+                       bool andMore) {
   bool inOptions = true;
   for (size_t i = 0; i < words.size(); ++i) {
     const std::string_view word = words[i];
@@ -22,7 +23,7 @@ TArguments::TArguments(std::span<char* const> words, std::span<const TOption> op
       FOptions.emplace_back(known->Name, known->TakesValue ? words[++i] : "");
     }
   }
-  if (FWantsHelp || FOperands.size() == operandCount) return;
+  if (FWantsHelp || FOperands.size() == operandCount || (andMore && FOperands.size() > operandCount)) return;
   throw EUsage(FOperands.size() < operandCount ? "an operand is missing"
                                                : "one operand too many: " + FOperands[operandCount]);
 }
@@ -36,6 +37,13 @@ std::string_view TArguments::Value(std::string_view option, std::string_view fal
   for (const auto& [name, value] : FOptions)
     if (name == option) fallback = value;
   return fallback;
+}
+
+std::vector<std::string_view> TArguments::Values(std::string_view option) const {
+  std::vector<std::string_view> values;
+  for (const auto& [name, value] : FOptions)
+    if (name == option) values.push_back(value);
+  return values;
 }
 
 int TArguments::Number(std::string_view option, int low, int high) const {

@@ -13,7 +13,7 @@ struct TCommand {
   /// The manual page.
   std::string_view Help;
   std::span<const TOption> Options;
-  /// The names of the operands, for messages: "PATH FILE".
+  /// The names of the operands: "PATH FILE". In brackets at the end, one of which there may be any number.
   std::string_view Operands;
   /// Returns the exit status.
   int (*Run)(const TArguments& arguments);

@@ -5,10 +5,13 @@ extern const TCommand kHtmlCommand;
 extern const TCommand kTextCommand;
 extern const TCommand kXPathCommand;
 extern const TCommand kCssCommand;
+extern const TCommand kSelectCommand;
+extern const TCommand kStyleCommand;
 
 std::span<const TCommand* const> AllCommands() {
   static constexpr const TCommand* kCommands[] = {
-      &kTreeCommand, &kHtmlCommand, &kTextCommand, &kXPathCommand, &kCssCommand,
+      &kTreeCommand, &kHtmlCommand,   &kTextCommand,  &kXPathCommand,
+      &kCssCommand,  &kSelectCommand, &kStyleCommand,
   };
   return kCommands;
 }

@@ -72,11 +72,15 @@ hstring ReadText(const TArguments& arguments, const std::string& fileName) {
 }
 
 std::unique_ptr<THtmlNode> ReadDocument(const TArguments& arguments, const std::string& fileName) {
+  auto root = std::make_unique<THtmlNode>();
+  ReadDocument(arguments, fileName, *root);
+  return root;
+}
+
+void ReadDocument(const TArguments& arguments, const std::string& fileName, THtmlNode& root) {
   const std::string bytes = ReadInput(fileName);
   const THtMarkupText text = Decode(arguments, bytes);
   ShowProgress("parsing", bytes.size());
-  auto root = std::make_unique<THtmlNode>();
-  root->Parse(text.Text, text.EncodingKnown);
+  root.Parse(text.Text, text.EncodingKnown);
   EndProgress(bytes.size());
-  return root;
 }

@@ -22,3 +22,5 @@ ht::hstring ReadText(const TArguments& arguments, const std::string& fileName);
 
 /// The document of a file, parsed. Raises EUsage for an encoding that does not exist.
 std::unique_ptr<ht::THtmlNode> ReadDocument(const TArguments& arguments, const std::string& fileName);
+/// The same into a node of the caller's.
+void ReadDocument(const TArguments& arguments, const std::string& fileName, ht::THtmlNode& root);

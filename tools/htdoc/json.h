@@ -20,6 +20,8 @@ class TJson {
   TJson& Text(std::u16string_view text);
   TJson& Number(int64_t number);
   TJson& Bool(bool value) { return Word(value ? u"true" : u"false"); }
+  /// A value that is JSON already.
+  TJson& Json(std::u16string_view json) { return Word(json); }
   TJson& Null() { return Word(u"null"); }
 
   ht::hstring GetAsString() const { return FText.GetAsString(); }

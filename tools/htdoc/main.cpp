@@ -39,6 +39,11 @@ size_t CountWords(std::string_view text) {
   return text.empty() ? 0 : static_cast<size_t>(std::count(text.begin(), text.end(), ' ')) + 1;
 }
 
+TArguments Arguments(const TCommand& command, std::span<char* const> words) {
+  const bool andMore = command.Operands.ends_with(']');
+  return {words, command.Options, CountWords(command.Operands) - andMore, andMore};
+}
+
 int Run(std::span<char* const> words) {
   if (words.empty()) throw EUsage("a command is missing (htdoc --help lists them)");
   const std::string_view name = words[0];
@@ -53,7 +58,7 @@ int Run(std::span<char* const> words) {
     throw EUsage("unknown command " + std::string(name) + " (htdoc --help lists them)");
   const TCommand& command = **found;
   try {
-    const TArguments arguments(words.subspan(1), command.Options, CountWords(command.Operands));
+    const TArguments arguments = Arguments(command, words.subspan(1));
     if (!arguments.WantsHelp()) return command.Run(arguments);
   } catch (const EUsage& error) {
     throw EUsage(std::string(name) + ": " + error.what() + " (htdoc " + std::string(name) +
