@@ -8,7 +8,7 @@ namespace ht {
 
 // One side
 
-// Top and Bottom both ascend, so that a search starts in the middle.
+// Bottom ascends, so that a search starts in the middle.
 
 void TBlockSide::AddBlock(float top, float bottom, float offset, THtNode* node) {
   if (!(offset > 0)) return;
@@ -61,12 +61,12 @@ void TBlockSide::Clear() {
   MaxTop = 0;
 }
 
+// Where one band was laid over several others, Top need not ascend, so all that end below `top` are looked at.
 float TBlockSide::MaxOffset(float top, float bottom) const {
   auto band = std::lower_bound(Blocks.begin(), Blocks.end(), top,
                                [](const TBlockSideRec& rec, float y) { return rec.Bottom < y; });
   float offset = 0;
   for (; band != Blocks.end(); ++band) {
-    if (band->Top > top && band->Top >= bottom - 1) break;
     const bool overlaps =
         (band->Top >= top && bottom - 1 > band->Top) || (top >= band->Top && top < band->Bottom - 1);
     if (overlaps) offset = std::max(offset, band->Offset);
@@ -213,8 +213,10 @@ float TBlockFloats::SearchDown(float width, float y, float from, float height, f
 float TBlockFloats::MaxWidth(float y, float height, float& left, float& right) {
   left = right = 0;
   Width = Element.InnerWidth;
-  if (Left.ClearTop() > y) left = Left.MaxOffset(y, y + height);
-  if (Right.ClearTop() > y) right = Right.MaxOffset(y, y + height);
+  if (Left.ClearTop() > y || Right.ClearTop() > y) {
+    left = Left.MaxOffset(y, y + height);
+    right = Right.MaxOffset(y, y + height);
+  }
   return std::max(0.0f, Width - left - right);
 }
 

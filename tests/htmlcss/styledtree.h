@@ -5,6 +5,7 @@
 
 #include "htmlcss/elementstyle.h"
 #include "htmlcss/styledhtmlnode.h"
+#include "htmlcss/stylesheet.h"
 
 namespace ht {
 
@@ -28,6 +29,30 @@ class TTestNode final : public TStyledHTMLNode {
 
 inline TStyledHTMLNode& ById(THtNode& root, const hstring& id) {
   return static_cast<TStyledHTMLNode&>(*root.FindNodebyAttr({}, u"id"_hs, id));
+}
+
+/// What the default sheet and the node's own declarations say.
+inline void ApplySelfStyle(TStyledHTMLNode& node) {
+  TCSSWeightList list;
+  HTML4StyleSheet().GetElementSelectors(node, list, &HTML4StyleSheet().Main, {});
+  if (!node.SelfStyleSheet) node.SelfStyleSheet = node.NewSelfStyleSheet().release();
+  node.SelfStyleSheet->GetAllSelectors(list);
+  node.ResetStyle(false);
+  node.FStyle->IntFontSize = 16;
+  if (TStyledHTMLNode* parent = node.GetParent(); parent && parent->FStyle)
+    node.FStyle->Inherit(*parent->FStyle);
+  node.FStyle->ApplyValue(list, false);
+}
+
+/// The same for a whole tree, with the numbers and flags that need no layout.
+inline void ResolveStyles(TStyledHTMLNode& root) {
+  for (THtNode* next = &root; next; next = next->NextNodeBelow(&root)) {
+    auto& node = static_cast<TStyledHTMLNode&>(*next);
+    if (node.FStyle) ApplySelfStyle(node);
+    node.FindContainer();
+    node.CalcNonRelativeProps();
+    node.CalcSizeFlags(true);
+  }
 }
 
 /// The ids of nodes with a blank between them; the tag of a node without one.
