@@ -194,15 +194,15 @@ class TBaseElementStyle : public TObject {
   void MaxWidth(TMeasure& m) { LimitWidth(cspMaxWidth, m); }
   void MinHeight(TMeasure& m) { GetMeasureProp(cspMinHeight, m, ContainerHeight(), true, false); }
   void MaxHeight(TMeasure& m);
-  void TextIndent(TMeasure& m);
+  void TextIndent(TMeasure& m) { OwnWidthProp(cspTextIndent, m, true); }
   void LetterSpacing(TMeasure& m) { GetMeasureProp(cspLetterSpacing, m, &IntFontSize, true, true); }
   void WordSpacing(TMeasure& m) { GetMeasureProp(cspWordSpacing, m, &IntFontSize, true, true); }
-  void BorderSpacingX(TMeasure& m);
+  void BorderSpacingX(TMeasure& m) { OwnHeightProp(cspBorderSpacing, m); }
   void BorderSpacingY(TMeasure& m);
-  void ColumnWidth(TMeasure& m);
-  void TabInterval(TMeasure& m);
-  void BackgroundPositionX(TMeasure& m);
-  void BackgroundPositionY(TMeasure& m);
+  void ColumnWidth(TMeasure& m) { OwnWidthProp(cspColumnWidth, m, false); }
+  void TabInterval(TMeasure& m) { OwnWidthProp(cspTabInterval, m, false); }
+  void BackgroundPositionX(TMeasure& m) { OwnWidthProp(cspBackgroundPositionX, m, false); }
+  void BackgroundPositionY(TMeasure& m) { OwnHeightProp(cspbackgroundPositionY, m); }
   void FlexBasis(TMeasure& m) { GetMeasureProp(cspFlexBasis, m, ContainerWidth(), true, false); }
   /// 1em where there is none.
   void ColumnGap(TMeasure& m);
@@ -270,14 +270,14 @@ class TBaseElementStyle : public TObject {
 
   // Borders
 
-  TLineStyle BorderTopStyle() const { return BorderSideStyle(cspBorderTop, cspBorderTopStyle, 0); }
-  TLineStyle BorderRightStyle() const { return BorderSideStyle(cspBorderRight, cspBorderRightStyle, 1); }
-  TLineStyle BorderBottomStyle() const { return BorderSideStyle(cspBorderBottom, cspBorderBottomStyle, 2); }
-  TLineStyle BorderLeftStyle() const { return BorderSideStyle(cspBorderLeft, cspBorderLeftStyle, 3); }
-  uint32_t BorderTopColor() { return BorderSideColor(cspBorderTop, cspBorderTopColor, 0); }
-  uint32_t BorderRightColor() { return BorderSideColor(cspBorderRight, cspBorderRightColor, 1); }
-  uint32_t BorderBottomColor() { return BorderSideColor(cspBorderBottom, cspBorderBottomColor, 2); }
-  uint32_t BorderLeftColor() { return BorderSideColor(cspBorderLeft, cspBorderLeftColor, 3); }
+  TLineStyle BorderTopStyle() const { return BorderSideStyle(0); }
+  TLineStyle BorderRightStyle() const { return BorderSideStyle(1); }
+  TLineStyle BorderBottomStyle() const { return BorderSideStyle(2); }
+  TLineStyle BorderLeftStyle() const { return BorderSideStyle(3); }
+  uint32_t BorderTopColor() { return BorderSideColor(0); }
+  uint32_t BorderRightColor() { return BorderSideColor(1); }
+  uint32_t BorderBottomColor() { return BorderSideColor(2); }
+  uint32_t BorderLeftColor() { return BorderSideColor(3); }
   void BorderTopWidth(TMeasure& m) { BorderWidth(0, m); }
   void BorderRightWidth(TMeasure& m) { BorderWidth(1, m); }
   void BorderBottomWidth(TMeasure& m) { BorderWidth(2, m); }
@@ -340,8 +340,6 @@ class TBaseElementStyle : public TObject {
   TBaseElementStyle* ParentStyle() const;
 
  private:
-  struct TBorderSide;
-
   // The ordinal of a keyword; one that is none of the enumeration is its default.
   template <class TEnum>
   static TEnum Word(const TCSSValue* value, TEnum otherwise) {
@@ -370,21 +368,26 @@ class TBaseElementStyle : public TObject {
 
   const float* ContainerWidth() const;
   const float* ContainerHeight() const;
+  void OwnWidthProp(TCSSProperty prop, TMeasure& m, bool inherit);
+  void OwnHeightProp(TCSSProperty prop, TMeasure& m);
   void LimitWidth(TCSSProperty prop, TMeasure& m);
   TElementOverflow Overflow(TCSSProperty prop) const;
   void Margin(TCSSProperty prop, TMeasure& m);
   void Padding(TCSSProperty prop, int32_t side, TMeasure& m);
   bool PaddingOfShorthand(int32_t side, TMeasure& m);
   float HorizontalPaddingPx(TCSSProperty prop, int32_t side);
+  bool OwnLineHeight(TMeasure& m);
+  // The length of one token; false, and 0, where there is none.
   bool DecodeToken(TCSSValue& value, int32_t index, TMeasure& m);
 
-  TLineStyle BorderSideStyle(TCSSProperty shorthand, TCSSProperty longhand, int32_t side) const;
-  uint32_t BorderSideColor(TCSSProperty shorthand, TCSSProperty longhand, int32_t side);
-  void BorderSideWidth(TCSSProperty shorthand, TCSSProperty longhand, TMeasure& m);
+  // Sides count from the top, clockwise.
+  TLineStyle BorderSideStyle(int32_t side) const;
+  uint32_t BorderSideColor(int32_t side);
+  void ReadBorderColor(TCSSValue& value, uint32_t& color);
+  void BorderSideWidth(int32_t side, TMeasure& m);
   void BorderWidth(int32_t side, TMeasure& m);
   float BorderWidthPx(int32_t side);
   void Radius(TCSSProperty corner, TMeasure& x, TMeasure& y);
-  void ApplyFrom(const TCSSWeightList& list);
   void ApplyOne(TCSSValue& value);
   bool Changed(PCSSValue value, const TCSSPropValueRec& last);
   TCSSPropValueRec RecordOf(PCSSValue value);

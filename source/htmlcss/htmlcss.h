@@ -1,6 +1,7 @@
 #pragma once
 
 #include "htmlcss/blockfloats.h"
+#include "htmlcss/boxreflect.h"
 #include "htmlcss/cssclassrec.h"
 #include "htmlcss/cssenums.h"
 #include "htmlcss/cssextension.h"
@@ -10,8 +11,14 @@
 #include "htmlcss/cssselector.h"
 #include "htmlcss/cssstyleset.h"
 #include "htmlcss/csstokenizer.h"
+#include "htmlcss/csstransform.h"
+#include "htmlcss/csstransition.h"
 #include "htmlcss/cssvalue.h"
 #include "htmlcss/customfont.h"
+#include "htmlcss/elementbackground.h"
+#include "htmlcss/elementshadow.h"
+#include "htmlcss/elementstyle.h"
+#include "htmlcss/gradient.h"
 #include "htmlcss/jqueryprocessor.h"
 #include "htmlcss/keyframes.h"
 #include "htmlcss/measure.h"

@@ -126,6 +126,8 @@ class TStyledHTMLNode : public THtmlNode {
   /// As an image: what is inside is not CSS's to lay out.
   virtual bool IsReplacedElement() const { return false; }
   virtual float StyleHeight() const;
+  /// A table of the document's own, which takes over no text properties from what is around it.
+  virtual bool IsDocumentTable() const { return false; }
   /// The host's object that the node stands for.
   virtual TObject* InternalObject() const { return nullptr; }
 

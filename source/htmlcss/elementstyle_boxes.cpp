@@ -1,0 +1,385 @@
+#include <algorithm>
+#include <cmath>
+
+#include "htmlcss/elementstyle.h"
+#include "htmlcss/styledhtmlnode.h"
+#include "htmlcss/styletokens.h"
+#include "htutils/numbers.h"
+
+namespace ht {
+
+namespace {
+
+// What is known of one side of the border. Sides count from the top, clockwise.
+struct TSide {
+  TCSSProperty Shorthand, Style, Color, Width;
+  float TStyledHTMLNode::*NodeWidth;
+};
+
+constexpr TSide kSides[] = {
+    {cspBorderTop, cspBorderTopStyle, cspBorderTopColor, cspBorderTopWidth, &TStyledHTMLNode::BorderTop},
+    {cspBorderRight, cspBorderRightStyle, cspBorderRightColor, cspBorderRightWidth,
+     &TStyledHTMLNode::BorderRight},
+    {cspBorderBottom, cspBorderBottomStyle, cspBorderBottomColor, cspBorderBottomWidth,
+     &TStyledHTMLNode::BorderBottom},
+    {cspBorderLeft, cspBorderLeftStyle, cspBorderLeftColor, cspBorderLeftWidth, &TStyledHTMLNode::BorderLeft},
+};
+
+constexpr TCSSProperty kCorners[] = {cspBorderTopLeftradius, cspBorderTopRightRadius,
+                                     cspBorderBottomLeftRadius, cspBorderBottomRightRadius};
+
+constexpr float kThin = 1, kMedium = 3, kThick = 5;
+
+struct TWidthWord {
+  std::u16string_view Word;
+  float Pixels;
+};
+constexpr TWidthWord kWidthWords[] = {{u"thin", kThin}, {u"medium", kMedium}, {u"thick", kThick}};
+
+bool FindLineStyle(const TCSSToken& token, TLineStyle& style) {
+  return token.CType == ctIdent && IsEnum2(u"ls", token.Name, style);
+}
+
+TStyledHTMLNode* TableOf(const TStyledHTMLNode& node) {
+  constexpr TSet<TDisplayStyle> kTables{dsTable, dsInlineTable};
+  for (TStyledHTMLNode* around = node.GetParent(); around; around = around->GetParent())
+    if (around->Style() && kTables.Contains(around->Style()->FDisplay)) return around;
+  return nullptr;
+}
+
+const TWidthWord* FindWidthWord(const TCSSToken& token) {
+  for (const TWidthWord& row : kWidthWords)
+    if (token.CType == ctIdent && row.Word == token.Name) return &row;
+  return nullptr;
+}
+
+// The width among the tokens of a shorthand. "none" leaves the measure `auto`.
+void ReadBorderWidth(const TCSSTokens& tokens, TMeasure& m) {
+  TCSSTokenSequence sequence(&tokens);
+  for (; sequence.T; sequence.Next()) {
+    const TCSSToken& token = *sequence.T;
+    if (token.CType == ctNumber || token.CType == ctDimension) return m.Decode(sequence);
+    if (token.CType == ctIdent && token.Name == u"none") return m.SetAuto(true);
+    if (const TWidthWord* row = FindWidthWord(token)) return m.SetFPixels(row->Pixels);
+  }
+}
+
+}  // namespace
+
+void TBaseElementStyle::Width(TMeasure& m) {
+  const float* reference = nullptr;
+  if (PropertySet.Contains(cspWidth) && FElement)
+    reference = FElement->RootNodeElement() == FElement ? &FElement->GetViewPortWidth() : ContainerWidth();
+  GetMeasureProp(cspWidth, m, reference, true, false);
+}
+
+void TBaseElementStyle::Height(TMeasure& m) {
+  const float* reference = nullptr;
+  if (PropertySet.Contains(cspHeight) && FElement) {
+    const TStyledHTMLNode* table = FDisplay == dsTableCell ? TableOf(*FElement) : nullptr;
+    if (FPosition == epFixed || FElement->RootNodeElement() == FElement)
+      reference = &FElement->GetViewPortHeight();
+    else
+      reference = table ? &table->InnerHeight : ContainerHeight();
+  }
+  GetMeasureProp(cspHeight, m, reference, true, false);
+}
+
+void TBaseElementStyle::LimitWidth(TCSSProperty prop, TMeasure& m) {
+  const float* reference = nullptr;
+  if (PropertySet.Contains(prop) && FElement)
+    reference = FPosition == epFixed ? &FElement->RootNodeElement()->InnerWidth : ContainerWidth();
+  GetMeasureProp(prop, m, reference, true, false);
+}
+
+void TBaseElementStyle::MaxHeight(TMeasure& m) {
+  const float* reference = nullptr;
+  if (PropertySet.Contains(cspMaxHeight) && FElement) {
+    const TStyledHTMLNode* container = FElement->Container;
+    while (container && !container->SizeFlags.Contains(sfDefiniteHeight) && container->Container != container)
+      container = container->Container;
+    if (container) reference = &container->InnerHeight;
+  }
+  GetMeasureProp(cspMaxHeight, m, reference, true, false);
+}
+
+void TBaseElementStyle::OwnWidthProp(TCSSProperty prop, TMeasure& m, bool inherit) {
+  GetMeasureProp(prop, m, FElement ? &FElement->InnerWidth : nullptr, true, inherit);
+}
+
+void TBaseElementStyle::OwnHeightProp(TCSSProperty prop, TMeasure& m) {
+  GetMeasureProp(prop, m, FElement ? &FElement->InnerHeight : nullptr, true, false);
+}
+
+void TBaseElementStyle::BorderSpacingY(TMeasure& m) {
+  OwnHeightProp(cspBorderSpacing, m);
+  const PCSSValue value = FindProp(cspBorderSpacing, false);
+  if (value && value->Tokens.Count() == 2 && IsLengthToken(value->Tokens[0])) DecodeToken(*value, 1, m);
+}
+
+void TBaseElementStyle::ColumnGap(TMeasure& m) {
+  OwnWidthProp(cspColumnGap, m, false);
+  if (!m.GetAuto()) return;
+  m.SetFPixels(1);
+  m.FMUnit = muEM;
+}
+
+void TBaseElementStyle::Margin(TCSSProperty prop, TMeasure& m) {
+  GetMeasureProp(prop, m, ContainerWidth(), true, false);
+  if (PropertySet.Contains(prop)) return;
+  m.Flags = {mfNotAuto, mfInitial};
+  if (prop == cspMarginLeft || prop == cspMarginRight) m.Flags.Include(mfZero);
+}
+
+void TBaseElementStyle::Padding(TCSSProperty prop, int32_t side, TMeasure& m) {
+  const bool horizontal = side % 2 != 0;
+  GetMeasureProp(prop, m, ContainerWidth(), true, false);
+  if (PropertySet.Contains(prop)) return;
+  m.Flags = {mfNotAuto, mfInitial};
+  if (horizontal) PaddingOfShorthand(side, m);
+}
+
+// With two tokens the second, with four that of the side.
+bool TBaseElementStyle::PaddingOfShorthand(int32_t side, TMeasure& m) {
+  const PCSSValue value = FindProp(cspPadding, false);
+  if (!value || value->Tokens.Empty()) return false;
+  const int32_t count = value->Tokens.Count();
+  m.Parent = ContainerWidth();
+  return DecodeToken(*value, count == 2 ? 1 : count == 4 ? side : 0, m);
+}
+
+float TBaseElementStyle::HorizontalPaddingPx(TCSSProperty prop, int32_t side) {
+  if (!GeneralProps.Contains(cgPadding)) return 0;
+  if (PropertySet.Contains(prop)) return GetMeasurePx(prop);
+  TMeasure m;
+  m.Init(this);
+  return PaddingOfShorthand(side, m) ? m.GetFPixels() : 0;
+}
+
+// Borders
+
+TLineStyle TBaseElementStyle::BorderSideStyle(int32_t side) const {
+  const TSide& row = kSides[side];
+  if ((PropertySet * TCSSproperties{cspBorderStyle, row.Style, row.Shorthand, cspBorder}).Empty()) {
+    const TStyledHTMLNode* table = FDisplay == dsTableCell && FElement ? TableOf(*FElement) : nullptr;
+    return table && table->*row.NodeWidth != 0 ? lsSolid : lsNone;
+  }
+  for (const PCSSValue value : FProps) {
+    const TCSSProperty prop = value->Prop->Prop;
+    if (value->Tokens.Empty()) continue;
+    if (prop == row.Style) return Word(value, lsNone);
+    TLineStyle style = lsNone;
+    if (prop == cspBorderStyle) {
+      FindLineStyle(value->Tokens[side % value->Tokens.Count()], style);
+      return style;
+    }
+    if (prop == row.Shorthand || prop == cspBorder) {
+      for (const TCSSToken& token : value->Tokens)
+        if (FindLineStyle(token, style)) break;
+      return style;
+    }
+  }
+  return lsNone;
+}
+
+// The first token that is neither a line style nor a width.
+void TBaseElementStyle::ReadBorderColor(TCSSValue& value, uint32_t& color) {
+  if (value.Tokens.Empty()) return;
+  TCSSTokenSequence sequence(&value.Tokens);
+  if (IsVariable(*sequence.T)) GetCSSVariable(sequence);
+  TLineStyle style;
+  for (; sequence.T; sequence.Next())
+    if (!FindLineStyle(*sequence.T, style) && !FindWidthWord(*sequence.T) && sequence.ReadColor(color))
+      return;
+}
+
+uint32_t TBaseElementStyle::BorderSideColor(int32_t side) {
+  const TSide& row = kSides[side];
+  uint32_t color = FElement ? FElement->DefaultBorderColor() : 0;
+  if (GetTransitionColor(cspBorderColor, color) || GetTransitionColor(row.Color, color)) return color;
+  for (const PCSSValue value : FProps) {
+    const TCSSProperty prop = value->Prop->Prop;
+    const bool isColor = prop == row.Color || prop == cspBorderColor;
+    if (value->Tokens.Empty() || (!isColor && prop != row.Shorthand && prop != cspBorder)) continue;
+    if (value->Inherit) {
+      TBaseElementStyle* parent = ParentStyle();
+      return parent ? parent->BorderSideColor(side) : color;
+    }
+    ReadBorderColor(*value, color);
+    return color;
+  }
+  return color;
+}
+
+void TBaseElementStyle::BorderSideWidth(int32_t side, TMeasure& m) {
+  const TSide& row = kSides[side];
+  m.Init(this);
+  m.FMUnit = muPX;
+  m.Flags = {mfInitial};
+  m.Parent = ContainerWidth();
+  if (GetTransitionMeasure(cspBorderWidth, m) || GetTransitionMeasure(row.Width, m)) return;
+  for (const PCSSValue value : FProps) {
+    const TCSSProperty prop = value->Prop->Prop;
+    if (prop == row.Width || prop == cspBorderWidth) return m.SetDecoded(value->Value1);
+    if (prop == row.Shorthand || prop == cspBorder) return ReadBorderWidth(value->Tokens, m);
+  }
+}
+
+void TBaseElementStyle::BorderWidth(int32_t side, TMeasure& m) {
+  BorderSideWidth(side, m);
+  if (BorderSideStyle(side) < lsSolid)
+    m.SetFPixels(0);
+  else if (m.GetAuto())
+    m.SetFPixels(kMedium);
+}
+
+float TBaseElementStyle::BorderWidthPx(int32_t side) {
+  const TSide& row = kSides[side];
+  if ((PropertySet * TCSSproperties{cspBorder, cspBorderStyle, row.Style, row.Shorthand}).Empty()) return 0;
+  TMeasure width;
+  BorderWidth(side, width);
+  return width.GetFPixels();
+}
+
+bool TBaseElementStyle::BorderPresent() const {
+  if (!GeneralProps.Contains(cgBorder)) return false;
+  for (int32_t side = 0; side < 4; ++side)
+    if (BorderSideStyle(side) != lsNone) return true;
+  return false;
+}
+
+bool TBaseElementStyle::BorderOneStyle() {
+  if (!GeneralProps.Contains(cgBorder)) return true;
+  for (int32_t side = 1; side < 4; ++side)
+    if (BorderSideStyle(side) != BorderSideStyle(0) || BorderWidthPx(side) != BorderWidthPx(0)) return false;
+  constexpr TCSSproperties kColors{cspBorderColor, cspBorderTopColor, cspBorderRightColor,
+                                   cspBorderBottomColor, cspBorderLeftColor};
+  if ((PropertySet * kColors).Empty()) return true;
+  for (int32_t side = 1; side < 4; ++side)
+    if (BorderSideColor(side) != BorderSideColor(0)) return false;
+  return true;
+}
+
+// Radii
+
+// What is relative refers to the border box and becomes pixels at once.
+void TBaseElementStyle::Radius(TCSSProperty corner, TMeasure& x, TMeasure& y) {
+  const auto clear = [this](TMeasure& m) {
+    m.Init(this);
+    m.FMUnit = muPX;
+    m.Flags = {mfNotAuto, mfInitial};
+  };
+  clear(x);
+  clear(y);
+  if (GetTransitionMeasure(cspBorderRadius, x) || GetTransitionMeasure(corner, x)) {
+    y = x;
+    return;
+  }
+  if ((PropertySet * TCSSproperties{corner, cspBorderRadius}).Empty() || !FElement) return;
+  const float width = FElement->InnerWidth + FElement->PaddingLeft() + FElement->PaddingRight() +
+                      FElement->BorderLeft + FElement->BorderRight;
+  const float height = FElement->InnerHeight + FElement->PaddingTop + FElement->PaddingBottom +
+                       FElement->BorderTop + FElement->BorderBottom;
+  for (const PCSSValue value : FProps) {
+    if ((value->Prop->Prop != corner && value->Prop->Prop != cspBorderRadius) || value->Tokens.Empty())
+      continue;
+    DecodeToken(*value, 0, x);
+    y = x;
+    const TCSSTokens& tokens = value->Tokens;
+    const TCSSToken* slash = std::find_if(tokens.begin(), tokens.end(),
+                                          [](const TCSSToken& token) { return token.CType == ctSlash; });
+    if (slash != tokens.end() && slash + 1 != tokens.end() && !x.Calc)
+      DecodeToken(*value, static_cast<int32_t>(slash - tokens.begin()) + 1, y);
+    break;
+  }
+  const auto resolve = [](TMeasure& m, const float& reference) {
+    m.Parent = &reference;
+    if (m.Relative()) m.SetFPixels(m.GetFPixels());
+    m.Parent = nullptr;
+  };
+  resolve(x, width);
+  resolve(y, height);
+}
+
+void TBaseElementStyle::MaxBorderRadiusXY(float& x, float& y) {
+  x = y = 0;
+  for (const TCSSProperty corner : kCorners) {
+    TMeasure cornerX, cornerY;
+    Radius(corner, cornerX, cornerY);
+    x = std::max(x, cornerX.GetFPixels());
+    y = std::max(y, cornerY.GetFPixels());
+  }
+}
+
+float TBaseElementStyle::MaxBorderRadius() {
+  float x, y;
+  MaxBorderRadiusXY(x, y);
+  return std::max(x, y);
+}
+
+bool TBaseElementStyle::BorderOneRadius(float x, float y, float limit) {
+  constexpr TCSSproperties kRadii{cspBorderRadius, cspBorderTopLeftradius, cspBorderTopRightRadius,
+                                  cspBorderBottomLeftRadius, cspBorderBottomRightRadius};
+  constexpr float kTolerance = 0.1f;
+  if (x == 0 && y == 0 && (PropertySet * kRadii).Empty()) return true;
+  for (const TCSSProperty corner : kCorners) {
+    TMeasure cornerX, cornerY;
+    Radius(corner, cornerX, cornerY);
+    if (std::fabs(std::min(limit, cornerX.GetFPixels()) - x) > kTolerance ||
+        std::fabs(std::min(limit, cornerY.GetFPixels()) - y) > kTolerance)
+      return false;
+  }
+  return true;
+}
+
+// Outlines
+
+TLineStyle TBaseElementStyle::OutlineStyle() const {
+  for (const PCSSValue value : FProps) {
+    TLineStyle style = lsNone;
+    if (value->Prop->Prop == cspOutlineStyle) return Word(value, lsNone);
+    if (value->Prop->Prop != cspOutline) continue;
+    for (const TCSSToken& token : value->Tokens)
+      if (FindLineStyle(token, style)) break;
+    return style;
+  }
+  return lsNone;
+}
+
+uint32_t TBaseElementStyle::OutlineColor() {
+  uint32_t color = FElement ? FElement->DefaultBorderColor() : 0;
+  if (GetTransitionColor(cspOutlineColor, color)) return color;
+  for (const PCSSValue value : FProps) {
+    if (value->Prop->Prop != cspOutlineColor && value->Prop->Prop != cspOutline) continue;
+    ReadBorderColor(*value, color);
+    break;
+  }
+  return color;
+}
+
+float TBaseElementStyle::OutlineWidthPx() {
+  const TLineStyle style = OutlineStyle();
+  if (style < lsSolid) return 0;
+  TMeasure m;
+  m.Init(this);
+  m.FMUnit = muPX;
+  m.Parent = ContainerWidth();
+  if (!GetTransitionMeasure(cspOutlineWidth, m))
+    for (const PCSSValue value : FProps) {
+      if (value->Prop->Prop == cspOutlineWidth) m.SetDecoded(value->Value1);
+      if (value->Prop->Prop == cspOutline) ReadBorderWidth(value->Tokens, m);
+      if (value->Prop->Prop == cspOutlineWidth || value->Prop->Prop == cspOutline) break;
+    }
+  if (m.GetAuto()) m.SetFPixels(kMedium);
+  return m.GetFPixels();
+}
+
+TRect TBaseElementStyle::ScaleRect(const TRectF& rect) const {
+  const double scale = FElement ? FElement->ScaleFactor() : 1;
+  const auto side = [scale](float value) {
+    return static_cast<int32_t>(std::clamp<int64_t>(MathRound(value * scale), INT32_MIN, INT32_MAX));
+  };
+  return {side(rect.Left), side(rect.Top), side(rect.Right), side(rect.Bottom)};
+}
+
+}  // namespace ht
