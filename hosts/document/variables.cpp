@@ -208,7 +208,8 @@ TCSSValues& TVariables::Compiled(const TCSSValue& value, const TCSSTokens& token
   own.Important = value.Important;
   if (TCSSParser::PrepareValue(own, *section)) section->AddValue(own);
   section->Compile();
-  return outcomes.emplace_back(value.Name, tokens, std::move(section)).Section->CompiledValues;
+  outcomes.push_back({value.Name, tokens, std::move(section)});
+  return outcomes.back().Section->CompiledValues;
 }
 
 }  // namespace ht
