@@ -34,9 +34,8 @@ struct TStyleChanges {
 ///   node->AddClass(u"open"_hs);
 ///   for (TDocumentNode* changed : page.UpdateStyles().Layout) …
 ///
-/// It does no layout: boxes are empty, and percentages refer to nothing; HtCalcWidths (widths.h) helps a host
-/// without one. Nodes keep pointers into the
-/// document, so that a subtree that is taken out is not asked for styles. One thread at a time.
+/// It does no layout: boxes are empty, and percentages refer to nothing, unless HtCalcWidths (widths.h) helps. Styles refer
+/// to the sheets of the document; a subtree that is taken out is not asked for them. One thread at a time.
 class TDocument : public TDocumentNode {
   HT_CLASS(TDocument, TDocumentNode)
 
@@ -49,6 +48,9 @@ class TDocument : public TDocumentNode {
   /// Of the root, in pixels: what `font-size: medium` would be.
   float FontSize = 16;
 
+  /// The root has a style even where it has no tag, above "html": what the library asks of the top of a tree.
+  const TClass* GetStyleClass() const override { return TDocumentStyle::Class(); }
+  bool IsText() const override { return false; }
   const THtNodeClass* GetElementClass(const hstring& tag, THtNode* root) override;
   void Parse(const hstring& text, bool ignoreMetaEncoding = false) override;
   /// The text has no `<!DOCTYPE`.

@@ -14,8 +14,35 @@ namespace {
 
 constexpr int32_t kMaxImportDepth = 50;
 
+// Takes "x/../" and "./" out of the path, so that a sheet has one address.
+hstring WithoutDots(std::u16string_view address) {
+  constexpr std::u16string_view kSite = u"://";
+  const size_t site = address.find(kSite);
+  const size_t path =
+      site == address.npos ? 0 : std::min(address.find(u'/', site + kSite.size()), address.size());
+  const size_t end = std::min(address.find_first_of(u"?#", path), address.size());
+  std::vector<std::u16string_view> steps;
+  for (size_t start = path; start <= end;) {
+    const size_t next = std::min(address.find(u'/', start), end);
+    const std::u16string_view step = address.substr(start, next - start);
+    if (step == u".." && !steps.empty() && steps.back() != u".." && !steps.back().empty())
+      steps.pop_back();
+    else if (step != u".")
+      steps.push_back(step);
+    start = next + 1;
+  }
+  hstring result = address.substr(0, path);
+  for (size_t i = 0; i < steps.size(); ++i) result += (i > 0 ? u"/" : u"") + hstring(steps[i]);
+  return result + address.substr(end);
+}
+
+bool HasScheme(std::u16string_view address) {
+  const size_t colon = address.find_first_of(u":/?#");
+  return colon != address.npos && colon > 0 && address[colon] == u':';
+}
+
 hstring Resolved(const hstring& base, const hstring& address) {
-  return base.Empty() ? address : CombineUrl(base, address);
+  return base.Empty() || HasScheme(address) ? address : WithoutDots(CombineUrl(base, address));
 }
 
 bool HasWord(std::u16string_view words, std::u16string_view word) {
@@ -152,11 +179,11 @@ TDocumentSheets::TSheet& TDocumentSheets::Read(const hstring& key, const hstring
 
 bool TDocumentSheets::MediaHold(const hstring& media) const {
   if (HtTrim(media).empty()) return true;
-  TCSSParser parser(u"@media " + media + u"{*{top:0}}");
-  parser.NextSection();
-  if (!parser.MediaSets || parser.MediaSets->GetCount() == 0) return false;
-  return parser.MediaSets->Get<TCSSMediaSet>(0)->CheckMedia(FView.Media, static_cast<int64_t>(FView.Width),
-                                                            FView.DeviceWidth);
+  if (media.View().find_first_of(u"{};") != media.View().npos) return false;
+  TCSSStyleSheet probe;
+  probe.Parse(u"@media " + media + u"{*{top:0}}");
+  probe.TestMediaSets(FView.Media, static_cast<int32_t>(FView.Width), FView.DeviceWidth);
+  return probe.MediaSets.GetCount() > 0 && !static_cast<TCSSMediaSet*>(probe.MediaSets.Get(0))->Disabled;
 }
 
 }  // namespace ht

@@ -53,7 +53,7 @@ TStylePass::TStylePass(TDocument& document) : FDocument(document) {
 }
 
 TStyleChanges TStylePass::Run(bool all) {
-  if (FDocument.IsElement()) Visit(FDocument, all);
+  Visit(FDocument, all);
   return std::move(FChanges);
 }
 
@@ -149,6 +149,7 @@ bool TStylePass::Resolve(TDocumentNode& element) {
 
 void TStylePass::FindDeclarations(TDocumentNode& element, TCSSPseudoClass kind) {
   FList.Clear();
+  if (element.GetTag().Empty()) return;  // the root above "html"
   const TCSSPseudo asked = kind == pcNone ? TCSSPseudo{} : TCSSPseudo{kind};
   for (const TCSSStyleSheet* sheet : FSheets)
     sheet->GetElementSelectors(element, FList, MapsOf(*sheet, kind), asked);
@@ -169,6 +170,7 @@ void TStylePass::Apply(TDocumentNode& element) {
   FDocument.FVariables.Substitute(element, FList, unset);
   style.ApplyValue(FList, false);
   if (!unset.Empty()) style.DeleteProps(unset);
+  if (element.GetTag().Empty()) style.FDisplay = dsBlock;
   TMeasure size;
   style.FontSize(size);
   style.IntFontSize = size.GetFPixels();
@@ -190,6 +192,7 @@ bool TStylePass::Note(TDocumentNode& element, bool isNew) {
 
 TCSSPseudo TStylePass::GeneratedKinds(TDocumentNode& element) const {
   TCSSPseudo kinds;
+  if (element.GetTag().Empty()) return kinds;
   for (const TCSSStyleSheet* sheet : FSheets) sheet->GetElementPseudoClasses(element, kinds);
   if (element.Style()->FDisplay != dsListItem) kinds.Exclude(pcMarker);
   return kinds;
