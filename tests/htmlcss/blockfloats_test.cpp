@@ -48,33 +48,27 @@ TEST(BlockSide, AddBlock) {
     const char* Bands;
     float MaxTop;
   } cases[] = {
-      {{}, "", 0},
-      {{{10, 20, 0}, {30, 40, -1}}, "", 0},
-      {{{-5, 20, 30}}, "0-20:30a", 0},
+      // clang-format off
+      {{}, "", 0}, {{{10, 20, 0}, {30, 40, -1}}, "", 0}, {{{-5, 20, 30}}, "0-20:30a", 0},
       // Apart.
-      {{{10, 20, 5}, {0, 10, 7}}, "0-10:7b 10-20:5a", 10},
-      {{{10, 20, 5}, {20, 30, 7}}, "10-20:5a 20-30:7b", 20},
+      {{{10, 20, 5}, {0, 10, 7}}, "0-10:7b 10-20:5a", 10}, {{{10, 20, 5}, {20, 30, 7}}, "10-20:5a 20-30:7b", 20},
       {{{0, 10, 5}, {30, 40, 6}, {10, 30, 7}}, "0-10:5a 10-30:7c 30-40:6b", 30},
       // The same edges.
-      {{{10, 20, 5}, {10, 20, 3}}, "10-20:5a", 10},
-      {{{10, 20, 5}, {10, 20, 9}}, "10-20:9a", 10},
+      {{{10, 20, 5}, {10, 20, 3}}, "10-20:5a", 10}, {{{10, 20, 5}, {10, 20, 9}}, "10-20:9a", 10},
       {{{0, 50, 5}, {20, 30, 9}, {20, 30, 2}}, "0-20:5a 20-30:9a 30-50:5a", 20},
       // Within one.
       {{{0, 100, 50}, {40, 60, 10}}, "0-40:50a 40-60:10a 60-100:50a", 40},
       {{{0, 100, 50}, {40, 100, 10}}, "0-40:50a 40-100:10a", 40},
       {{{0, 100, 50}, {0, 60, 10}}, "0-60:10a 60-100:50a", 0},
-      {{{20, 100, 50}, {0, 60, 10}}, "0-60:10a 60-100:50a", 20},
-      {{{20, 100, 50}, {0, 100, 10}}, "0-100:10a", 20},
+      {{{20, 100, 50}, {0, 60, 10}}, "0-60:10a 60-100:50a", 20}, {{{20, 100, 50}, {0, 100, 10}}, "0-100:10a", 20},
       // Beyond one: the next is shortened, or left as it is where others were taken out before it.
-      {{{0, 50, 5}, {20, 80, 9}}, "0-20:5a 20-80:9a", 20},
-      {{{10, 50, 5}, {0, 80, 9}}, "0-80:9a", 10},
+      {{{0, 50, 5}, {20, 80, 9}}, "0-20:5a 20-80:9a", 20}, {{{10, 50, 5}, {0, 80, 9}}, "0-80:9a", 10},
       {{{0, 50, 5}, {50, 100, 7}, {20, 80, 9}}, "0-20:5a 20-80:9a 80-100:7b", 50},
       {{{0, 50, 5}, {90, 120, 7}, {20, 80, 9}}, "0-20:5a 20-80:9a 90-120:7b", 90},
       {{{0, 50, 5}, {50, 60, 6}, {60, 70, 7}, {20, 80, 9}}, "0-20:5a 20-80:9a", 60},
       {{{0, 50, 5}, {50, 60, 6}, {60, 100, 7}, {20, 80, 9}}, "0-20:5a 20-80:9a 60-100:7c", 60},
-      {{{0, 50, 5}, {50, 60, 6}, {60, 100, 7}, {20, 80, 9}, {70, 75, 3}},
-       "0-20:5a 20-70:9a 70-75:3a 75-80:9a 60-100:7c",
-       70},
+      {{{0, 50, 5}, {50, 60, 6}, {60, 100, 7}, {20, 80, 9}, {70, 75, 3}}, "0-20:5a 20-70:9a 70-75:3a 75-80:9a 60-100:7c", 70},
+      // clang-format on
   };
   for (const auto& c : cases) {
     TBlockSide side = SideOf(c.Added);
@@ -94,12 +88,14 @@ TEST(BlockSide, MaxOffset) {
     const TBlockSide& Side;
     float Top, Bottom, Offset;
   } cases[] = {
+      // clang-format off
       // Less than a pixel at either end does not count.
-      {apart, 0, 10, 0},     {apart, 0, 11, 0},         {apart, 0, 11.5f, 5}, {apart, 18.5f, 25, 5},
-      {apart, 19, 25, 0},    {apart, 12, 13, 5},        {apart, 15, 15, 5},   {apart, 20, 30.5f, 0},
-      {apart, 20, 31.5f, 8}, {apart, 0, 100, 8},        {apart, 49, 200, 0},  {over, 65, 66, 9},
-      {over, 85, 86, 7},     {mixed, 69.5f, 75.5f, 7},  // the last band begins above those before it
-      {mixed, 72, 73, 7},    {TBlockSide(), 0, 100, 0},
+      {apart, 0, 10, 0}, {apart, 0, 11, 0}, {apart, 0, 11.5f, 5}, {apart, 18.5f, 25, 5}, {apart, 19, 25, 0},
+      {apart, 12, 13, 5}, {apart, 15, 15, 5}, {apart, 20, 30.5f, 0}, {apart, 20, 31.5f, 8}, {apart, 0, 100, 8},
+      {apart, 49, 200, 0}, {over, 65, 66, 9}, {over, 85, 86, 7},
+      {mixed, 69.5f, 75.5f, 7},  // the last band begins above those before it
+      {mixed, 72, 73, 7}, {TBlockSide(), 0, 100, 0},
+      // clang-format on
   };
   for (const auto& c : cases) EXPECT_EQ(c.Side.MaxOffset(c.Top, c.Bottom), c.Offset) << c.Top;
 
@@ -119,26 +115,18 @@ TEST(BlockSide, Y) {
     char Node;
     float Found, Offset;  // in 300 pixels
   } cases[] = {
-      {TBlockSide(), 400, 7, 20, 0, 7, 0},
-      {steps, 100, 0, 20, 0, 0, 100},
-      {steps, 200, 0, 20, 0, 0, 100},
-      {steps, 250, 0, 20, 0, 50, 40},
-      {steps, 280, 0, 20, 0, 80, 0},
-      {steps, 280, 100, 20, 0, 100, 0},
+      // clang-format off
+      {TBlockSide(), 400, 7, 20, 0, 7, 0}, {steps, 100, 0, 20, 0, 0, 100}, {steps, 200, 0, 20, 0, 0, 100},
+      {steps, 250, 0, 20, 0, 50, 40}, {steps, 280, 0, 20, 0, 80, 0}, {steps, 280, 100, 20, 0, 100, 0},
       {steps, 300, 0, 20, 0, 80, 0},  // exactly as wide as there is room
-      {steps, 300, 60, 20, 0, 80, 0},
-      {steps, 100, 60, 20, 0, 60, 40},
-      {steps, 250, 0, 60, 0, 50, 40},
-      {steps, 280, 0, 20, 'a', 0, 0},
-      {steps, 280, 60, 20, 'a', 60, 0},  // passed over, but its own
+      {steps, 300, 60, 20, 0, 80, 0}, {steps, 100, 60, 20, 0, 60, 40}, {steps, 250, 0, 60, 0, 50, 40},
+      {steps, 280, 0, 20, 'a', 0, 0}, {steps, 280, 60, 20, 'a', 60, 0},  // passed over, but its own
       {steps, 280, 60, 20, 'b', 60, 0},
       {growing, 250, 0, 30, 0, 0, 20},  // beyond the first band only that one is asked
-      {growing, 250, 0, 9, 0, 0, 20},
-      {growing, 290, 0, 9, 0, 50, 0},
+      {growing, 250, 0, 9, 0, 0, 20}, {growing, 290, 0, 9, 0, 50, 0},
       {low, 100, 0, 20, 0, 0, 0},  // ends above the band, or where it begins
-      {low, 100, 0, 30, 0, 0, 0},
-      {low, 100, 30, 0, 0, 30, 100},
-      {low, 250, 10, 30, 0, 50, 0},
+      {low, 100, 0, 30, 0, 0, 0}, {low, 100, 30, 0, 0, 30, 100}, {low, 250, 10, 30, 0, 50, 0},
+      // clang-format on
   };
   for (const auto& c : cases) {
     float offset = -1;
@@ -162,21 +150,18 @@ TEST(BlockFloats, Y) {
     bool ClearLeft, ClearRight;
     float Found, Left, Right;
   } cases[] = {
-      {none, 400, 7, 20, true, true, 7, 0, 0},
-      {usual, 100, 0, 20, false, false, 0, 100, 60},
+      // clang-format off
+      {none, 400, 7, 20, true, true, 7, 0, 0}, {usual, 100, 0, 20, false, false, 0, 100, 60},
       {usual, 140, 0, 20, false, false, 0, 100, 60},  // an exact fit
-      {usual, 141, 0, 20, false, false, 49, 0, 60},
-      {usual, 241, 0, 20, false, false, 79, 0, 0},
-      {usual, 100, 0, 20, true, false, 50, 0, 60},
-      {usual, 100, 0, 20, false, true, 80, 0, 0},
+      {usual, 141, 0, 20, false, false, 49, 0, 60}, {usual, 241, 0, 20, false, false, 79, 0, 0},
+      {usual, 100, 0, 20, true, false, 50, 0, 60}, {usual, 100, 0, 20, false, true, 80, 0, 0},
       {usual, 100, 0, 20, true, true, 80, 0, 0},
       {usual, 301, 0, 20, false, false, 80, 0, 0},  // wider than the element
-      {usual, 100, 60, 20, false, false, 60, 0, 60},
-      {usual, 100, 90, 20, true, true, 90, 0, 0},
+      {usual, 100, 60, 20, false, false, 60, 0, 60}, {usual, 100, 90, 20, true, true, 90, 0, 0},
       {low, 301, 0, 8, false, false, 90, 0, 0},  // cleared on the right it meets the left again
-      {low, 100, 0, 8, false, true, 70, 10, 0},
-      {low, 100, 0, 8, true, true, 90, 0, 0},
+      {low, 100, 0, 8, false, true, 70, 10, 0}, {low, 100, 0, 8, true, true, 90, 0, 0},
       {endless, 50, 5, 10, false, false, 3006, 200, 200},
+      // clang-format on
   };
   for (const auto& c : cases) {
     float left = -1, right = -1;
@@ -257,21 +242,18 @@ TEST(BlockFloats, ClimbOut) {
     TRectF Rect;
     const char *First, *Inside, *Body;
   } cases[] = {
+      // clang-format off
       {u"float:left", u"", {0, 0, 100, 40}, "0-40:100f|", "50-90:100f|", "80-120:120f|"},
       {u"float:right", u"", {280, 10, 380, 60}, "|10-60:100f", "|60-110:100f", "|90-140:200f"},
       {u"float:left", u"overflow:hidden", {0, 0, 100, 40}, "0-40:100f|", "50-90:100f|", "none"},
       {u"float:left", u"display:flex", {0, 0, 100, 40}, "0-40:100f|", "50-90:100f|", "none"},
-      {u"float:left;position:relative;left:10%;top:5px",
-       u"",
-       {0, 0, 100, 40},
-       "5-45:138f|",
-       "55-95:138f|",
-       "85-125:158f|"},
+      {u"float:left;position:relative;left:10%;top:5px", u"", {0, 0, 100, 40}, "5-45:138f|", "55-95:138f|", "85-125:158f|"},
       {u"float:left", u"", {-30, 0, -10, 40}, "|", "none", "none"},
       {u"float:none", u"", {0, 0, 100, 40}, "|", "none", "none"},
       {u"float:foot-note", u"", {0, 0, 100, 40}, "|", "none", "none"},
       {u"float:left", u"", {0, 0, 0, 40}, "|", "none", "none"},
       {u"float:left", u"", {0, 10, 100, 10}, "|", "none", "none"},
+      // clang-format on
   };
   for (const auto& c : cases) {
     TFloatPage page(u"<b id=f style='" + std::u16string(c.Float) + u"'></b>");
