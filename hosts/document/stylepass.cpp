@@ -1,6 +1,6 @@
 #include "document/stylepass.h"
 
-#include <unordered_map>
+#include <algorithm>
 #include <utility>
 
 #include "document/generatedcontent.h"
@@ -25,11 +25,12 @@ bool IsEmpty(const TDocumentNode& element) {
   return true;
 }
 
-// How many children have a tag, in all and up to the present one.
-struct TTagCount {
-  int32_t All = 0;
-  int32_t Seen = 0;
-};
+void CountTags(const THtNode& parent, TStylePass::TTagCounts& tags) {
+  for (TDocumentNode* child = FirstElement(parent); child; child = ElementBehind(*child))
+    ++tags[child->GetTag()].All;
+}
+
+bool IsContent(const TCSSWeightItem& item) { return item.FObject->Prop->Prop == cspContent; }
 
 const TCSSStyleMaps* MapsOf(const TCSSStyleSheet& sheet, TCSSPseudoClass kind) {
   switch (kind) {
@@ -76,8 +77,13 @@ void TStylePass::Visit(TDocumentNode& element, bool all) {
 }
 
 void TStylePass::VisitChildren(TDocumentNode& parent, bool all) {
-  UpdatePseudoClasses(parent);
-  for (TDocumentNode* child = FirstElement(parent); child; child = ElementBehind(*child)) {
+  TTagCounts tags;
+  if (!(FUsed * kByType).Empty()) CountTags(parent, tags);
+  bool isFirst = true;
+  for (TDocumentNode *child = FirstElement(parent), *next = nullptr; child; child = next) {
+    next = ElementBehind(*child);
+    UpdatePseudoClasses(*child, isFirst, !next, tags);
+    isFirst = false;
     const bool behind = child->FStyleBelow && FDocument.FSheets.HasSiblingRules();
     Visit(*child, all);
     all |= behind;
@@ -86,33 +92,24 @@ void TStylePass::VisitChildren(TDocumentNode& parent, bool all) {
 
 // Pseudo-classes
 
-void TStylePass::UpdatePseudoClasses(TDocumentNode& parent) {
-  const bool byType = !(FUsed * kByType).Empty();
-  std::unordered_map<hstring, TTagCount> tags;
-  for (TDocumentNode* child = FirstElement(parent); byType && child; child = ElementBehind(*child))
-    ++tags[child->GetTag()].All;
-
-  TCSSPseudo place{pcFirstChild};
-  for (TDocumentNode *child = FirstElement(parent), *next = nullptr; child; child = next) {
-    next = ElementBehind(*child);
-    if (!next) place.Include(pcLastChild);
-    if (place.Count() == 2) place.Include(pcOnlyChild);
-    if (byType) {
-      TTagCount& tag = tags[child->GetTag()];
-      if (++tag.Seen == 1) place.Include(pcFirstOfType);
-      if (tag.Seen == tag.All) place.Include(pcLastOfType);
-      if (tag.All == 1) place.Include(pcOnlyOfType);
-    }
-    if (!child->FStyle) child->CreateStyle();
-    TCSSPseudo& present = child->FStyle->CurrentPC;
-    const TCSSPseudo now = (place + PseudoClassesOfItself(*child)) * FUsed;
-    if (present * kFoundPseudos != now) {
-      present = (present - kFoundPseudos) + now;
-      child->Flags.Exclude(efStyleCalculated);
-      child->FStyleBelow = true;
-    }
-    place = {};
+void TStylePass::UpdatePseudoClasses(TDocumentNode& element, bool isFirst, bool isLast, TTagCounts& tags) {
+  TCSSPseudo now = PseudoClassesOfItself(element);
+  if (isFirst) now.Include(pcFirstChild);
+  if (isLast) now.Include(pcLastChild);
+  if (isFirst && isLast) now.Include(pcOnlyChild);
+  if (!tags.empty()) {
+    TTagCount& tag = tags[element.GetTag()];
+    if (++tag.Seen == 1) now.Include(pcFirstOfType);
+    if (tag.Seen == tag.All) now.Include(pcLastOfType);
+    if (tag.All == 1) now.Include(pcOnlyOfType);
   }
+  if (!element.FStyle) element.CreateStyle();
+  TCSSPseudo& present = element.FStyle->CurrentPC;
+  now = now * FUsed;
+  if (present * kFoundPseudos == now) return;
+  present = (present - kFoundPseudos) + now;
+  element.Flags.Exclude(efStyleCalculated);
+  element.FStyleBelow = true;
 }
 
 TCSSPseudo TStylePass::PseudoClassesOfItself(const TDocumentNode& element) const {
@@ -167,7 +164,8 @@ void TStylePass::Apply(TDocumentNode& element) {
     style.IntFontSize = parent->Style()->IntFontSize;
   }
   TCSSproperties unset;
-  FDocument.FVariables.Substitute(element, FList, unset);
+  if (FDocument.FSheets.HasVariables() || element.SelfStyleSheet)
+    FDocument.FVariables.Substitute(element, FList, unset);
   style.ApplyValue(FList, false);
   if (!unset.Empty()) style.DeleteProps(unset);
   if (element.GetTag().Empty()) style.FDisplay = dsBlock;
@@ -199,7 +197,11 @@ TCSSPseudo TStylePass::GeneratedKinds(TDocumentNode& element) const {
 }
 
 void TStylePass::Generate(TDocumentNode& element, TCSSPseudoClass kind, TCSSPseudo kinds) {
-  const bool wanted = kinds.Contains(kind);
+  bool wanted = kinds.Contains(kind);
+  if (wanted) {
+    FindDeclarations(element, kind);
+    wanted = kind == pcMarker || std::any_of(FList.begin(), FList.end(), IsContent);
+  }
   if (!wanted && !element.FGenerated) return;
   if (!element.FGenerated) element.FGenerated = std::make_unique<TDocumentNode::TGenerated>();
   TDocumentNode::TGenerated& generated = *element.FGenerated;
@@ -208,7 +210,7 @@ void TStylePass::Generate(TDocumentNode& element, TCSSPseudoClass kind, TCSSPseu
                                                            : generated.Marker;
   const bool existed = node != nullptr;
   if (wanted && !existed) node = NewGenerated(element, kind);
-  if (!wanted || !ResolveGenerated(*node, element, kind)) node.reset();
+  if (!wanted || !ResolveGenerated(*node)) node.reset();
   if (existed && !node) FChanges.Layout.push_back(&element);
   element.Before = generated.Before.get();
   element.After = generated.After.get();
@@ -223,12 +225,10 @@ std::unique_ptr<TDocumentNode> TStylePass::NewGenerated(TDocumentNode& element, 
   return node;
 }
 
-// Whether there is something to show.
-bool TStylePass::ResolveGenerated(TDocumentNode& node, TDocumentNode& element, TCSSPseudoClass kind) {
+// From the declarations found. Whether there is something to show.
+bool TStylePass::ResolveGenerated(TDocumentNode& node) {
   const bool isNew = !node.Container;
   if (!isNew) node.Style()->SaveLastProps();
-  // The rules are those of the element.
-  FindDeclarations(element, kind);
   Apply(node);
   hstring text;
   if (!HtGeneratedText(node, text)) return false;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <unordered_map>
+
 #include "document/document.h"
 
 namespace ht {
@@ -13,11 +15,18 @@ class TStylePass {
   /// Resolves what has changed; with `all`, everything.
   TStyleChanges Run(bool all);
 
+  /// How many children of an element have a tag, and how many of them were visited.
+  struct TTagCount {
+    int32_t All = 0;
+    int32_t Seen = 0;
+  };
+  using TTagCounts = std::unordered_map<hstring, TTagCount>;
+
  private:
   void Visit(TDocumentNode& element, bool all);
   void VisitChildren(TDocumentNode& parent, bool all);
 
-  void UpdatePseudoClasses(TDocumentNode& parent);
+  void UpdatePseudoClasses(TDocumentNode& element, bool isFirst, bool isLast, TTagCounts& tags);
   TCSSPseudo PseudoClassesOfItself(const TDocumentNode& element) const;
 
   bool Resolve(TDocumentNode& element);
@@ -28,7 +37,7 @@ class TStylePass {
   TCSSPseudo GeneratedKinds(TDocumentNode& element) const;
   void Generate(TDocumentNode& element, TCSSPseudoClass kind, TCSSPseudo kinds);
   static std::unique_ptr<TDocumentNode> NewGenerated(TDocumentNode& element, TCSSPseudoClass kind);
-  bool ResolveGenerated(TDocumentNode& node, TDocumentNode& element, TCSSPseudoClass kind);
+  bool ResolveGenerated(TDocumentNode& node);
 
   TDocument& FDocument;
   std::vector<TCSSStyleSheet*> FSheets;  // from the weakest to the strongest
