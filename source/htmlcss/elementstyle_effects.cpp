@@ -2,13 +2,11 @@
 #include "htmlcss/elementshadow.h"
 #include "htmlcss/elementstyle.h"
 #include "htmlcss/styledhtmlnode.h"
+#include "htmlpars/colors.h"
 
 namespace ht {
 
 namespace {
-
-// What BackgroundColor answers for "transparent".
-constexpr uint32_t kTransparent = 0x1FFFFFFF;
 
 // An animated part of a transform, by the key of its transition.
 struct TAnimatedPart {
@@ -37,7 +35,7 @@ uint32_t TBaseElementStyle::BackgroundColor(bool useTransition) {
 }
 
 bool TBaseElementStyle::BackgroundPresent() {
-  return GeneralProps.Contains(cgBackground) && BackgroundColor() != kTransparent;
+  return GeneralProps.Contains(cgBackground) && BackgroundColor() != kColorNone;
 }
 
 float TBaseElementStyle::Opacity() const {

@@ -10,6 +10,7 @@
 #include "htmlpars/htmlencode.h"
 #include "htmlpars/htmlnode.h"
 #include "htmlpars/lower.h"
+#include "htmlpars/lowername.h"
 #include "htmlpars/node.h"
 #include "htmlpars/nodelist.h"
 #include "htmlpars/parser.h"
