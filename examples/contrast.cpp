@@ -27,7 +27,7 @@ static double Luminance(uint32_t color) {
 }
 
 static double Contrast(uint32_t a, uint32_t b) {
-  const auto [dark, light] = std::minmax(Luminance(a), Luminance(b));
+  const auto [dark, light] = std::minmax({Luminance(a), Luminance(b)});
   return (light + 0.05) / (dark + 0.05);
 }
 
