@@ -42,7 +42,8 @@ bool HasScheme(std::u16string_view address) {
 }
 
 hstring Resolved(const hstring& base, const hstring& address) {
-  return base.Empty() || HasScheme(address) ? address : WithoutDots(CombineUrl(base, address));
+  const bool alone = HasScheme(address) || base.View().find(u'/') == base.View().npos;
+  return WithoutDots(alone ? address : CombineUrl(base, address));
 }
 
 bool HasWord(std::u16string_view words, std::u16string_view word) {

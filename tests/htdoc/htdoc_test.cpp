@@ -100,12 +100,61 @@ TEST_F(HtDoc, Commands) {
   }
 }
 
+TEST_F(HtDoc, SelectorsAndStyles) {
+  Write("page",
+        "<!doctype html><html><head><link rel=stylesheet href='a.css?v=1'><style>p{color:#102030;margin:1px "
+        "auto}</style></head>"
+        "<body><p class=x>One</p><p style='opacity:.5;color:rgba(1,2,3,.5)'>two<b>three</b></p>");
+  Write("a.css",
+        "@import 'b.css'; .x{font-size:12.3456px} @media print{p{display:none}} p:hover b{z-index:7}"
+        "@media (max-width:500px){p{float:left}}");
+  Write("b.css", "b{width:50%;display:inline-block;white-space:pre-wrap;text-transform:uppercase}");
+  Write("c.css", "p{text-align:center;flex-grow:.25} u{}");
+  Write("d.css", "p{flex-grow:2}");
+  const std::string one = "{\"path\":\"/html/body/p\",\"style\":",
+                    three = "{\"path\":\"/html/body/p/b\",\"style\":";
+  const std::pair<std::string, std::string> kCases[] = {
+      {"select page 'p > b'", "<b>three</b>\n"},
+      {"select page p:first-child", "<p class=\"x\">One</p>\n"},
+      {"select --count page 'p, b, q'", "3\n"},
+      {"style page .x", one +
+                            "{\"display\":\"block\",\"font-size\":\"12.346px\",\"margin-left\":\"auto\","
+                            "\"margin-top\":\"1px\","
+                            "\"margin-right\":\"auto\",\"margin-bottom\":\"1px\",\"color\":\"#102030\"}}\n"},
+      {"style page b WIDTH display white-space text-transform z-index color font-weight opacity",
+       three + "{\"width\":\"512px\",\"display\":\"inline-block\",\"white-space\":\"pre-wrap\",\"text-"
+               "transform\":"
+               "\"uppercase\",\"z-index\":\"auto\",\"color\":\"#01020380\",\"font-weight\":\"bold\","
+               "\"opacity\":1}}\n"},
+      {"style page p opacity margin", one + "{\"opacity\":1,\"margin\":\"1px auto 1px auto\"}}\n" + one +
+                                          "{\"opacity\":0.5,\"margin\":\"1px auto 1px auto\"}}\n"},
+      {"style --width 400 page b float width", three + "{\"float\":\"none\",\"width\":\"200px\"}}\n"},
+      {"style --width 400 page .x float", one + "{\"float\":\"left\"}}\n"},
+      {"style --media print page .x display", one + "{\"display\":\"none\"}}\n"},
+      {"style --css c.css --css d.css page .x text-align flex-grow",
+       one + "{\"text-align\":\"center\",\"flex-grow\":2}}\n"},
+      {"style --css d.css --css c.css page .x flex-grow", one + "{\"flex-grow\":0.25}}\n"},
+      {"style --hover b page b z-index", three + "{\"z-index\":7}}\n"},
+      {"style - b display <page", three + "{\"display\":\"inline-block\"}}\n"},
+  };
+  for (const auto& [arguments, output] : kCases) {
+    const TRun run = HtDocs(arguments);
+    EXPECT_EQ(run.Status, 0) << arguments << run.Errors;
+    EXPECT_EQ(run.Output, output) << arguments;
+  }
+}
+
 TEST_F(HtDoc, NothingFound) {
   Write("page", "<p></p>");
   for (const auto& [arguments, output] :
        {std::pair("//q"s, ""s), {"--first //q", ""}, {"--count //q", "0\n"}, {"--value //p", "\n"}}) {
     const TRun run = HtDocs("xpath " + arguments + " page");
     EXPECT_TRUE(run.Status == 1 && run.Output == output && run.Errors.empty()) << arguments;
+  }
+  for (const auto& [command, output] :
+       {std::pair("select page q"s, ""s), {"select --count page q", "0\n"}, {"style page q", ""}}) {
+    const TRun run = HtDocs(command);
+    EXPECT_TRUE(run.Status == 1 && run.Output == output && run.Errors.empty()) << command;
   }
 }
 
@@ -160,6 +209,14 @@ TEST_F(HtDoc, WrongUse) {
                                       "xpath page",
                                       "xpath a page page",
                                       "xpath --value --count a page",
+                                      "select page",
+                                      "select page p p",
+                                      "style page",
+                                      "style page p colour",
+                                      "style --css none page p",
+                                      "style --media paper page p",
+                                      "style --width 0 page p",
+                                      "style --width wide page p",
                                       "tree page >/dev/full"}) {
     const TRun run = HtDocs(arguments);
     EXPECT_EQ(run.Status, 2) << arguments;
@@ -172,7 +229,7 @@ TEST_F(HtDoc, WrongUse) {
 TEST_F(HtDoc, Help) {
   const TRun all = HtDocs("--help");
   EXPECT_EQ(all.Status, 0);
-  for (const std::string command : {"tree", "html", "text", "xpath"}) {
+  for (const std::string command : {"tree", "html", "text", "xpath", "css", "select", "style"}) {
     EXPECT_NE(all.Output.find("\n  " + command + " "), std::string::npos);
     const TRun run = HtDocs(command + " --help");
     EXPECT_EQ(run.Status, 0);

@@ -1,3 +1,4 @@
+#include <map>
 #include <vector>
 
 #include "command.h"
@@ -55,23 +56,42 @@ void Hover(TDocument& document, const hstring& selector) {
       node->SetPseudoClass(pcHover, true);
 }
 
-// What the properties are where nothing is declared, in the order of StyleProperties.
-std::vector<hstring> InitialValues() {
-  TDocument document;
-  document.SetTag(u"x"_hs);
-  document.UpdateStyles();
-  std::vector<hstring> values;
-  for (const TStyleProperty& property : StyleProperties())
-    values.push_back(property.Value(*document.Style()));
-  return values;
-}
+using TValues = std::vector<hstring>;
+
+// An element of which nothing is declared but a font size and a color, on which other properties depend.
+class TPlainElement final : public TDocument {
+ public:
+  TPlainElement(float fontSize, uint32_t color) : FColor(color) {
+    FontSize = fontSize;
+    SetTag(u"x"_hs);
+    UpdateStyles();
+  }
+  uint32_t GetDefaultTextColor() const override { return FColor; }
+  TValues Values() const {
+    TValues values;
+    for (const TStyleProperty& property : StyleProperties()) values.push_back(property.Value(*Style()));
+    return values;
+  }
+
+ private:
+  const uint32_t FColor;
+};
 
 void WriteOtherThanInitial(TJson& json, TDocumentStyle& style) {
-  static const std::vector<hstring> kInitial = InitialValues();
-  for (size_t i = 0; i < kInitial.size(); ++i) {
-    const TStyleProperty& property = StyleProperties()[i];
-    if (const hstring value = property.Value(style); value != kInitial[i])
-      json.Key(CSSPropOf(property.Prop).Name).Json(value);
+  static std::map<std::pair<float, uint32_t>, TValues> initial;
+  const auto initialFor = [](float fontSize, uint32_t color) -> const TValues& {
+    TValues& values = initial[{fontSize, color}];
+    if (values.empty()) values = TPlainElement(fontSize, color).Values();
+    return values;
+  };
+  static const TDocument kPlain;
+  const TValues& ofAll = initialFor(kPlain.FontSize, kPlain.GetDefaultTextColor());
+  const TValues& ofThis = initialFor(style.IntFontSize, style.TextColor());
+  for (size_t i = 0; i < ofAll.size(); ++i) {
+    const auto& [prop, valueOf] = StyleProperties()[i];
+    const bool isBasis = prop == cspFontSize || prop == cspColor;
+    if (const hstring value = valueOf(style); value != (isBasis ? ofAll : ofThis)[i])
+      json.Key(CSSPropOf(prop).Name).Json(value);
   }
 }
 

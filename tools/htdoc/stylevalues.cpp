@@ -98,8 +98,10 @@ hstring PlainLength(S& style) {
 
 hstring Color(uint32_t color) {
   const uint32_t rgb = color & 0xFFFFFF, alpha = color >> 24;
-  const hstring digits = HtFormat(u"#%.6x", static_cast<int>(rgb));
-  return Quoted(alpha == 0xFF ? digits : digits + HtFormat(u"%.2x", static_cast<int>(alpha)));
+  hstring digits = HtFormat(u"#%.6x", static_cast<int>(rgb));
+  if (alpha != 0xFF) digits += HtFormat(u"%.2x", static_cast<int>(alpha));
+  hLower(digits);
+  return Quoted(digits);
 }
 template <auto Getter>
 hstring Color(S& style) {
