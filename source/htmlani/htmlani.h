@@ -1,0 +1,5 @@
+#pragma once
+
+#include "htmlani/animation.h"
+#include "htmlani/animationthread.h"
+#include "htmlani/easing.h"
