@@ -1,7 +1,6 @@
 #include "htmlcss/elementstyle.h"
 
-#include <algorithm>
-#include <bit>
+#include <cmath>
 
 #include "htmlcss/elementbackground.h"
 #include "htmlcss/styledhtmlnode.h"
@@ -200,6 +199,7 @@ void TBaseElementStyle::ReadMeasureProp(TCSSProperty prop, TMeasure& measure, co
 }
 
 float TBaseElementStyle::GetMeasurePx(TCSSProperty prop) {
+  constexpr float kPlainPixels = 1e30f;  // beyond, the measure holds the number to what a box can bear
   float number;
   if (GetTransitionNumber(prop, number)) return number;
   const PCSSValue value = InternalFindProp(prop);
@@ -207,60 +207,85 @@ float TBaseElementStyle::GetMeasurePx(TCSSProperty prop) {
   const TMeasureValue& length = value->Value1;
   const bool isVariable = !value->Tokens.Empty() && IsVariable(value->Tokens[0]);
   if (!length.Calc && !isVariable) {
-    if (length.FMUnit == muPX || length.FMUnit == muNone) return length.FValue;
-    if (length.FMUnit == muEM) return length.FValue * IntFontSize;
     if (length.FValue == 0) return 0;
+    const float pixels = length.FMUnit == muEM ? length.FValue * IntFontSize : length.FValue;
+    if ((length.FMUnit == muPX || length.FMUnit == muNone || length.FMUnit == muEM) &&
+        std::fabs(pixels) <= kPlainPixels)
+      return pixels;
   }
   TMeasure measure;
   measure.Init(this);
   measure.SetDecoded(length);
-  measure.Parent = ContainerWidth();
+  if (length.FMUnit != muNone) measure.Parent = ContainerWidth();
   if (isVariable) DecodeToken(*value, 0, measure);
   return measure.GetFPixels();
 }
 
-bool TBaseElementStyle::GetColorProp(TCSSProperty prop, uint32_t& color, bool useTransition, bool inherit) {
-  if (!inherit && !PropertySet.Contains(prop)) return false;
-  for (TBaseElementStyle* style = this; style; style = style->ParentStyle()) {
-    if (useTransition && style->GetTransitionColor(prop, color)) return true;
-    if (style->PropertySet.Contains(prop)) {
-      const PCSSValue value = style->InternalFindProp(prop);
-      if (value && !value->Inherit && !value->Tokens.Empty()) {
-        TCSSTokenSequence sequence(&value->Tokens);
-        color = sequence.T->Color();
-        if (IsVariable(*sequence.T)) {
-          color = 0;
-          style->GetCSSVariable(sequence);
-          sequence.ReadColor(color);
-        }
-        return true;
-      }
-      inherit = true;
-    }
-    if (!inherit) break;
-  }
-  if (prop != cspColor) return false;
-  color = FElement ? FElement->GetDefaultTextColor() : 0xFF000000;
-  return true;
+PCSSValue TBaseElementStyle::FindInherited(TCSSProperty prop) const {
+  for (const TBaseElementStyle* style = this; style; style = style->ParentStyle())
+    if (style->PropertySet.Contains(prop))
+      if (const PCSSValue value = style->InternalFindProp(prop); value && !value->Inherit) return value;
+  return nullptr;
 }
 
-bool TBaseElementStyle::GetNumberProp(TCSSProperty prop, float& number, bool useTransition, bool inherit) {
+PCSSValue TBaseElementStyle::FindOwnOrInherit(TCSSProperty prop) const {
+  for (const TBaseElementStyle* style = this; style; style = style->ParentStyle()) {
+    const PCSSValue value = style->FindProp(prop, false);
+    if (!value || !value->Inherit) return value;
+  }
+  return nullptr;
+}
+
+bool TBaseElementStyle::FindSource(TCSSProperty prop, bool useTransition, bool inherit, TSource& source) {
   if (!inherit && !PropertySet.Contains(prop)) return false;
   for (TBaseElementStyle* style = this; style; style = style->ParentStyle()) {
-    if (useTransition && style->GetTransitionNumber(prop, number)) return true;
+    source = {style, useTransition ? style->ActiveTransition(prop) : nullptr, nullptr};
+    if (source.Transition) return true;
     if (style->PropertySet.Contains(prop)) {
-      const PCSSValue value = style->InternalFindProp(prop);
-      if (value && !value->Inherit && !value->Tokens.Empty()) {
-        TCSSTokenSequence sequence(&value->Tokens);
-        if (IsVariable(*sequence.T)) style->GetCSSVariable(sequence);
-        number = sequence.T && sequence.T->CType != ctFunction ? sequence.T->AsFloat() : 0;
-        return true;
-      }
+      source.Value = style->InternalFindProp(prop);
+      if (source.Value && !source.Value->Inherit && !source.Value->Tokens.Empty()) return true;
       inherit = true;
     }
     if (!inherit) break;
   }
   return false;
+}
+
+bool TBaseElementStyle::OpenValue(const TCSSValue& value, TCSSTokenSequence& sequence) {
+  sequence.Init(&value.Tokens);
+  if (sequence.T && IsVariable(*sequence.T)) GetCSSVariable(sequence);
+  return sequence.T && !IsVariable(*sequence.T);
+}
+
+bool TBaseElementStyle::GetColorProp(TCSSProperty prop, uint32_t& color, bool useTransition, bool inherit) {
+  TSource source;
+  if (FindSource(prop, useTransition, inherit, source)) {
+    if (source.Transition) {
+      color = source.Transition->Color;
+    } else if (IsVariable(source.Value->Tokens[0])) {
+      TCSSTokenSequence sequence;
+      color = 0;
+      if (source.Style->OpenValue(*source.Value, sequence)) sequence.ReadColor(color);
+    } else {
+      color = source.Value->Tokens[0].Color();
+    }
+    return true;
+  }
+  if (prop != cspColor || !(inherit || PropertySet.Contains(prop))) return false;
+  color = FElement ? FElement->GetDefaultTextColor() : 0xFF000000;
+  return true;
+}
+
+bool TBaseElementStyle::GetNumberProp(TCSSProperty prop, float& number, bool useTransition, bool inherit) {
+  TSource source;
+  if (!FindSource(prop, useTransition, inherit, source)) return false;
+  TCSSTokenSequence sequence;
+  if (source.Transition)
+    number = source.Transition->Number;
+  else
+    number = source.Style->OpenValue(*source.Value, sequence) ? sequence.T->AsFloat() : 0;
+  if (!std::isfinite(number)) number = 0;  // the bits of a colour may be those of no number
+  return true;
 }
 
 const float* TBaseElementStyle::GetPropParent(const TCSSPropRec& prop) const {
@@ -281,7 +306,7 @@ float TBaseElementStyle::OwnNumber(TCSSProperty prop, float otherwise) const {
   return token.CType == ctNumber ? token.AsFloat() : otherwise;
 }
 
-bool TBaseElementStyle::DecodeToken(TCSSValue& value, int32_t index, TMeasure& m) {
+bool TBaseElementStyle::DecodeToken(const TCSSValue& value, int32_t index, TMeasure& m) {
   TCSSTokenSequence sequence(&value.Tokens);
   if (index > 0 && !sequence.Next(index)) return false;
   if (IsVariable(*sequence.T)) GetCSSVariable(sequence);

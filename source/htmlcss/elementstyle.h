@@ -69,7 +69,7 @@ class TBaseElementStyle : public TObject {
   virtual void Inherit(TBaseElementStyle& parent);
   /// Empties the style. The last state shown is kept without `clearLast`; transitions and the animation always are.
   virtual void Reset(bool clearLast);
-  /// The names of the font families, in the order of preference.
+  /// The first font family; that of the element's DefaultFontFamily for `inherit`, and without one.
   virtual hstring FontFamily();
 
   // Applying
@@ -173,9 +173,11 @@ class TBaseElementStyle : public TObject {
   TListStyleType ListStyleType() const { return FoundWord<TListStyleType>(cspListStyleType, lstDisc); }
   TCSSPointerEvents PointerEvents() const { return OwnWord<TCSSPointerEvents>(cspPointerEvents); }
 
-  TBoxSizing BoxSizing() const;
-  TCSSTextDecorationLine TextDecorationLine() const;
-  TCSSTextTransform TextTransform() const;
+  TBoxSizing BoxSizing() const { return Word<TBoxSizing>(FindOwnOrInherit(cspBoxSizing)); }
+  TCSSTextDecorationLine TextDecorationLine() const {
+    return Word<TCSSTextDecorationLine>(FindOwnOrInherit(cspTextDecorationLine));
+  }
+  TCSSTextTransform TextTransform() const { return FoundWord<TCSSTextTransform>(cspTextTransform); }
   TCSSPageBreak PageBreakInside() const;
   TElementOverflow OverflowX() const { return Overflow(cspOverflowX); }
   TElementOverflow OverflowY() const { return Overflow(cspOverflowY); }
@@ -342,7 +344,7 @@ class TBaseElementStyle : public TObject {
  private:
   // The ordinal of a keyword; one that is none of the enumeration is its default.
   template <class TEnum>
-  static TEnum Word(const TCSSValue* value, TEnum otherwise) {
+  static TEnum Word(const TCSSValue* value, TEnum otherwise = TEnum{}) {
     if (!value || value->Tokens.Empty()) return otherwise;
     const uint32_t word = value->Tokens[0].Color() & 0xFF;
     return word < static_cast<uint32_t>(HtEnumCount(TEnum{})) ? static_cast<TEnum>(word) : otherwise;
@@ -353,10 +355,23 @@ class TBaseElementStyle : public TObject {
   }
   template <class TEnum>
   TEnum FoundWord(TCSSProperty prop, TEnum otherwise = TEnum{}) const {
-    return Word<TEnum>(FindProp(prop, true), otherwise);
+    return Word<TEnum>(FindInherited(prop), otherwise);
   }
   float OwnNumber(TCSSProperty prop, float otherwise) const;
   PCSSValue FindInParents(TCSSProperty prop) const;
+  // The nearest declaration that is not `inherit`; null without one.
+  PCSSValue FindInherited(TCSSProperty prop) const;
+  // That of the element; through `inherit`, that of the first one around that says something else.
+  PCSSValue FindOwnOrInherit(TCSSProperty prop) const;
+  // Where the value of a property comes from: an active transition of an element, else a declaration of its.
+  struct TSource {
+    TBaseElementStyle* Style = nullptr;
+    const TCSSTransition* Transition = nullptr;
+    PCSSValue Value = nullptr;
+  };
+  bool FindSource(TCSSProperty prop, bool useTransition, bool inherit, TSource& source);
+  // Stands at the first token of the value, the variable of a `var()` put in; false where there is nothing.
+  bool OpenValue(const TCSSValue& value, TCSSTokenSequence& sequence);
   void ReadMeasureProp(TCSSProperty prop, TMeasure& measure, const float* parent, bool useTransition,
                        bool inherit);
   float SidePx(TCSSGeneralProperty group, TCSSProperty prop) {
@@ -376,14 +391,15 @@ class TBaseElementStyle : public TObject {
   void Padding(TCSSProperty prop, int32_t side, TMeasure& m);
   bool PaddingOfShorthand(int32_t side, TMeasure& m);
   float HorizontalPaddingPx(TCSSProperty prop, int32_t side);
+  PCSSValue FontSizeValue() const;
   bool OwnLineHeight(TMeasure& m);
   // The length of one token; false, and 0, where there is none.
-  bool DecodeToken(TCSSValue& value, int32_t index, TMeasure& m);
+  bool DecodeToken(const TCSSValue& value, int32_t index, TMeasure& m);
 
   // Sides count from the top, clockwise.
   TLineStyle BorderSideStyle(int32_t side) const;
   uint32_t BorderSideColor(int32_t side);
-  void ReadBorderColor(TCSSValue& value, uint32_t& color);
+  void ReadBorderColor(const TCSSValue& value, uint32_t& color);
   void BorderSideWidth(int32_t side, TMeasure& m);
   void BorderWidth(int32_t side, TMeasure& m);
   float BorderWidthPx(int32_t side);

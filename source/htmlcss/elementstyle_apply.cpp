@@ -85,8 +85,14 @@ void ReadName(TCSSTokenSequence& sequence, hstring& name, TCSSTiming& timing) {
 
 bool ReadTime(TCSSTokenSequence& sequence, int32_t& time) {
   if (!sequence.T || sequence.T->CType != ctDimension) return false;
-  time = std::min(Milliseconds(*sequence.T), kLongestAnimation);
+  time = Milliseconds(*sequence.T);
   sequence.Next();
+  return true;
+}
+
+bool ReadDuration(TCSSTokenSequence& sequence, int32_t& duration) {
+  if (!ReadTime(sequence, duration)) return false;
+  duration = std::min(duration, kLongestAnimation);
   return true;
 }
 
@@ -175,7 +181,9 @@ void TBaseElementStyle::DoApplyValue(TCSSValue& value, TCSSTokenSequence& sequen
       break;
     case cspAnimation: AddAnimation(sequence); break;
     case cspAnimationName: CreateAnimation().Name = token.Name; break;
-    case cspAnimationDuration: CreateAnimation().Duration = Milliseconds(token); break;
+    case cspAnimationDuration:
+      CreateAnimation().Duration = IsLengthToken(token) ? Milliseconds(token) : 0;
+      break;
     case cspAnimationTimingFunction: IsEnum2(u"tm", token.Name, CreateAnimation().Timing); break;
     case cspClear: ApplyClear(Clear, token.Name); break;
     case cspCounterReset: {
@@ -188,7 +196,7 @@ void TBaseElementStyle::DoApplyValue(TCSSValue& value, TCSSTokenSequence& sequen
       if (FElement) FElement->IncrementCSSCounter(token.Name);
       break;
     case cspTransitionDuration:
-      for (int32_t i = 0; Transitions && i < Transitions->GetCount(); ++i)
+      for (int32_t i = 0; IsLengthToken(token) && Transitions && i < Transitions->GetCount(); ++i)
         Transitions->Transition(i).Duration = RoundToInt(token.AsFloat());
       break;
     default: break;
@@ -200,7 +208,7 @@ void TBaseElementStyle::AddTransition(TCSSTokenSequence& sequence) {
     hstring name = u"all"_hs;
     TCSSTransition read;
     ReadName(sequence, name, read.Timing);
-    if (!ReadTime(sequence, read.Duration)) return;
+    if (!ReadDuration(sequence, read.Duration)) return;
     if (IsTiming(sequence, read.Timing)) sequence.Next();
     ReadTime(sequence, read.Delay);
     if (!Transitions) Transitions = std::make_unique<TCSSTransitions>();
@@ -233,7 +241,7 @@ TCSSAnimation& TBaseElementStyle::CreateAnimation() {
 void TBaseElementStyle::AddAnimation(TCSSTokenSequence& sequence) {
   auto read = std::make_unique<TCSSAnimation>();
   ReadName(sequence, read->Name, read->Timing);
-  ReadTime(sequence, read->Duration);
+  ReadDuration(sequence, read->Duration);
   if (IsTiming(sequence, read->Timing)) sequence.Next();
   if (sequence.T && sequence.T->Name == u"infinite")
     read->Iterations = -1;

@@ -28,28 +28,10 @@ constexpr TSide kSides[] = {
 constexpr TCSSProperty kCorners[] = {cspBorderTopLeftradius, cspBorderTopRightRadius,
                                      cspBorderBottomLeftRadius, cspBorderBottomRightRadius};
 
-constexpr float kThin = 1, kMedium = 3, kThick = 5;
-
-struct TWidthWord {
-  std::u16string_view Word;
-  float Pixels;
-};
-constexpr TWidthWord kWidthWords[] = {{u"thin", kThin}, {u"medium", kMedium}, {u"thick", kThick}};
-
-bool FindLineStyle(const TCSSToken& token, TLineStyle& style) {
-  return token.CType == ctIdent && IsEnum2(u"ls", token.Name, style);
-}
-
 TStyledHTMLNode* TableOf(const TStyledHTMLNode& node) {
   constexpr TSet<TDisplayStyle> kTables{dsTable, dsInlineTable};
   for (TStyledHTMLNode* around = node.GetParent(); around; around = around->GetParent())
     if (around->Style() && kTables.Contains(around->Style()->FDisplay)) return around;
-  return nullptr;
-}
-
-const TWidthWord* FindWidthWord(const TCSSToken& token) {
-  for (const TWidthWord& row : kWidthWords)
-    if (token.CType == ctIdent && row.Word == token.Name) return &row;
   return nullptr;
 }
 
@@ -60,7 +42,7 @@ void ReadBorderWidth(const TCSSTokens& tokens, TMeasure& m) {
     const TCSSToken& token = *sequence.T;
     if (token.CType == ctNumber || token.CType == ctDimension) return m.Decode(sequence);
     if (token.CType == ctIdent && token.Name == u"none") return m.SetAuto(true);
-    if (const TWidthWord* row = FindWidthWord(token)) return m.SetFPixels(row->Pixels);
+    if (const TLineWidthWord* word = FindLineWidth(token)) return m.SetFPixels(word->Pixels);
   }
 }
 
@@ -183,30 +165,26 @@ TLineStyle TBaseElementStyle::BorderSideStyle(int32_t side) const {
 }
 
 // The first token that is neither a line style nor a width.
-void TBaseElementStyle::ReadBorderColor(TCSSValue& value, uint32_t& color) {
-  if (value.Tokens.Empty()) return;
-  TCSSTokenSequence sequence(&value.Tokens);
-  if (IsVariable(*sequence.T)) GetCSSVariable(sequence);
+void TBaseElementStyle::ReadBorderColor(const TCSSValue& value, uint32_t& color) {
+  TCSSTokenSequence sequence;
   TLineStyle style;
-  for (; sequence.T; sequence.Next())
-    if (!FindLineStyle(*sequence.T, style) && !FindWidthWord(*sequence.T) && sequence.ReadColor(color))
+  for (OpenValue(value, sequence); sequence.T; sequence.Next())
+    if (!FindLineStyle(*sequence.T, style) && !FindLineWidth(*sequence.T) && sequence.ReadColor(color))
       return;
 }
 
 uint32_t TBaseElementStyle::BorderSideColor(int32_t side) {
   const TSide& row = kSides[side];
+  const TCSSproperties props{row.Color, cspBorderColor, row.Shorthand, cspBorder};
   uint32_t color = FElement ? FElement->DefaultBorderColor() : 0;
-  if (GetTransitionColor(cspBorderColor, color) || GetTransitionColor(row.Color, color)) return color;
-  for (const PCSSValue value : FProps) {
-    const TCSSProperty prop = value->Prop->Prop;
-    const bool isColor = prop == row.Color || prop == cspBorderColor;
-    if (value->Tokens.Empty() || (!isColor && prop != row.Shorthand && prop != cspBorder)) continue;
-    if (value->Inherit) {
-      TBaseElementStyle* parent = ParentStyle();
-      return parent ? parent->BorderSideColor(side) : color;
-    }
-    ReadBorderColor(*value, color);
-    return color;
+  bool inherit = true;
+  for (TBaseElementStyle* style = this; inherit && style; style = style->ParentStyle()) {
+    if (style->GetTransitionColor(cspBorderColor, color) || style->GetTransitionColor(row.Color, color))
+      return color;
+    const auto found = std::find_if(style->FProps.begin(), style->FProps.end(),
+                                    [&](PCSSValue value) { return props.Contains(value->Prop->Prop); });
+    inherit = found != style->FProps.end() && (*found)->Inherit;
+    if (found != style->FProps.end() && !inherit) style->ReadBorderColor(**found, color);
   }
   return color;
 }
@@ -230,7 +208,7 @@ void TBaseElementStyle::BorderWidth(int32_t side, TMeasure& m) {
   if (BorderSideStyle(side) < lsSolid)
     m.SetFPixels(0);
   else if (m.GetAuto())
-    m.SetFPixels(kMedium);
+    m.SetFPixels(kMediumLine);
 }
 
 float TBaseElementStyle::BorderWidthPx(int32_t side) {
@@ -370,7 +348,7 @@ float TBaseElementStyle::OutlineWidthPx() {
       if (value->Prop->Prop == cspOutline) ReadBorderWidth(value->Tokens, m);
       if (value->Prop->Prop == cspOutlineWidth || value->Prop->Prop == cspOutline) break;
     }
-  if (m.GetAuto()) m.SetFPixels(kMedium);
+  if (m.GetAuto()) m.SetFPixels(kMediumLine);
   return m.GetFPixels();
 }
 

@@ -48,9 +48,10 @@ TCSSPropValueRec TBaseElementStyle::RecordOf(PCSSValue value) {
     TMeasure length;
     length.Init(this);
     length.Parent = GetPropParent(*value->Prop);
-    length.Decode(TCSSTokenSequence(&value->Tokens));
-    record.Number = std::bit_cast<uint32_t>(length.GetFPixels());
+    length.SetDecoded(value->Value1);
+    if (IsVariable(value->Tokens[0])) DecodeToken(*value, 0, length);
     record.Raw = length.FValue;
+    record.Number = std::bit_cast<uint32_t>(length.GetFPixels());
   } else if (value->Prop->PropType != cptString) {
     record.Number = value->Tokens[0].Color();
   }

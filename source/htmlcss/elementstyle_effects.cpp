@@ -3,6 +3,7 @@
 #include "htmlcss/elementstyle.h"
 #include "htmlcss/styledhtmlnode.h"
 #include "htmlpars/colors.h"
+#include "htmlpars/lower.h"
 
 namespace ht {
 
@@ -19,6 +20,10 @@ constexpr TAnimatedPart kAnimatedParts[] = {
     {u"transform.r", &TTransform::Rotate, false},    {u"transform.sx", &TTransform::ScaleX, false},
     {u"transform.sy", &TTransform::ScaleY, false},   {u"transform.rx", &TTransform::RotateX, false},
 };
+
+bool SaysNone(PCSSValue value) {
+  return !value || value->Tokens.Empty() || HtSameAscii(value->Tokens[0].Name, u"none");
+}
 
 void InitShadow(TElementShadow& shadow, TBaseElementStyle& style) {
   for (TMeasure* measure : {&shadow.X, &shadow.Y, &shadow.Blur}) measure->Init(&style);
@@ -43,8 +48,8 @@ float TBaseElementStyle::Opacity() const {
   return GetTransitionNumber(cspOpacity, opacity) ? opacity : OwnNumber(cspOpacity, 1);
 }
 
-bool TBaseElementStyle::NoShadow() { return Opacity() == 0 || !PropertySet.Contains(cspBoxShadow); }
-bool TBaseElementStyle::NoTextShadow() { return Opacity() == 0 || !FindProp(cspTextShadow, true); }
+bool TBaseElementStyle::NoShadow() { return SaysNone(FindProp(cspBoxShadow, false)) || Opacity() == 0; }
+bool TBaseElementStyle::NoTextShadow() { return SaysNone(FindInherited(cspTextShadow)) || Opacity() == 0; }
 
 void TBaseElementStyle::BoxShadow(TElementShadow& shadow) {
   InitShadow(shadow, *this);
@@ -56,7 +61,7 @@ void TBaseElementStyle::BoxShadow(TElementShadow& shadow) {
 
 void TBaseElementStyle::TextShadow(TElementShadow& shadow) {
   InitShadow(shadow, *this);
-  if (const PCSSValue value = FindProp(cspTextShadow, true)) {
+  if (const PCSSValue value = FindInherited(cspTextShadow)) {
     TCSSTokenSequence sequence(&value->Tokens);
     shadow.ParseTextShadow(sequence);
   }

@@ -1,5 +1,3 @@
-#include <algorithm>
-
 #include "htmlcss/elementstyle.h"
 #include "htmlcss/styledhtmlnode.h"
 #include "htmlcss/styletokens.h"
@@ -34,32 +32,38 @@ bool TakesLinesOfBlock(const TBaseElementStyle& style) {
 
 }  // namespace
 
+// The declaration that says it; null where the size is that of the parent.
+PCSSValue TBaseElementStyle::FontSizeValue() const {
+  if ((PropertySet * TCSSproperties{cspFontSize, cspFont}).Empty()) return nullptr;
+  for (const PCSSValue value : FProps)
+    if (value->Prop->Prop == cspFontSize || value->Prop->Prop == cspFont) return value;
+  return nullptr;
+}
+
 void TBaseElementStyle::FontSize(TMeasure& m) {
+  TBaseElementStyle* style = this;
   TBaseElementStyle* parent = ParentStyle();
-  TBaseElementStyle* reference = parent ? parent : this;
+  PCSSValue value = FontSizeValue();
+  for (; value && value->Inherit && parent; parent = style->ParentStyle()) {
+    style = parent;
+    value = style->FontSizeValue();
+  }
+  TBaseElementStyle* reference = parent ? parent : style;
   m.Init(reference);
   m.Parent = &reference->IntFontSize;
-  if (!(PropertySet * TCSSproperties{cspFontSize, cspFont}).Empty())
-    for (const PCSSValue value : FProps) {
-      const bool isSize = value->Prop->Prop == cspFontSize;
-      if (!isSize && value->Prop->Prop != cspFont) continue;
-      if (value->Inherit) {
-        if (parent) return parent->FontSize(m);
-        break;
-      }
-      if (isSize) {
-        m.SetDecoded(value->Value1);
-        if (!value->Tokens.Empty() && IsVariable(value->Tokens[0])) DecodeToken(*value, 0, m);
-        return;
-      }
-      const TCSSTokens& tokens = value->Tokens;
-      for (int32_t i = 0; i < tokens.Count() && tokens[i].CType != ctSlash; ++i)
-        if (IsLengthToken(tokens[i])) {
-          DecodeToken(*value, i, m);
-          return;
-        }
-    }
   m.SetFPixels(reference->IntFontSize);
+  if (!value || value->Inherit || value->Tokens.Empty()) return;
+  const TCSSTokens& tokens = value->Tokens;
+  if (value->Prop->Prop == cspFontSize) {
+    m.SetDecoded(value->Value1);
+    if (IsVariable(tokens[0])) DecodeToken(*value, 0, m);
+    return;
+  }
+  for (int32_t i = 0; i < tokens.Count() && tokens[i].CType != ctSlash; ++i)
+    if (IsLengthToken(tokens[i])) {
+      DecodeToken(*value, i, m);
+      return;
+    }
 }
 
 // Of this element only.
@@ -121,35 +125,11 @@ uint32_t TBaseElementStyle::TextDecorationColor() {
 }
 
 bool TBaseElementStyle::ContentEditable() const {
-  const PCSSValue value = FindProp(cspContentEditable, true);
+  const PCSSValue value = FindInherited(cspContentEditable);
   return !value || value->Tokens.Empty() || value->Tokens[0].Name != u"false";
 }
 
 // Keywords with rules of their own
-
-TBoxSizing TBaseElementStyle::BoxSizing() const {
-  for (const TBaseElementStyle* style = this; style; style = style->ParentStyle()) {
-    const PCSSValue value = style->FindProp(cspBoxSizing, false);
-    if (!value || !value->Inherit) return Word(value, bsContentbox);
-  }
-  return bsContentbox;
-}
-
-TCSSTextDecorationLine TBaseElementStyle::TextDecorationLine() const {
-  for (const TBaseElementStyle* style = this; style; style = style->ParentStyle()) {
-    const PCSSValue value = style->FindProp(cspTextDecorationLine, false);
-    if (!value || !value->Inherit) return Word(value, tlNone);
-  }
-  return tlNone;
-}
-
-TCSSTextTransform TBaseElementStyle::TextTransform() const {
-  for (const TBaseElementStyle* style = this; style; style = style->ParentStyle()) {
-    const PCSSValue value = style->FindProp(cspTextTransform, false);
-    if (value && !value->Inherit) return Word(value, cttNone);
-  }
-  return cttNone;
-}
 
 TCSSPageBreak TBaseElementStyle::PageBreakInside() const {
   for (const TBaseElementStyle* style = this; style; style = style->ParentStyle()) {
@@ -171,18 +151,12 @@ TElementOverflow TBaseElementStyle::Overflow(TCSSProperty prop) const {
 }
 
 TVAlign TBaseElementStyle::VerticalAlign() const {
-  const TBaseElementStyle* style = this;
-  if (PropertySet.Contains(cspVerticalAlign)) {
-    for (; style; style = style->ParentStyle()) {
-      const PCSSValue value = style->FindProp(cspVerticalAlign, false);
-      if (!value || !value->Inherit) return Word(value, vaBaseLine);
-    }
-    return vaBaseLine;
-  }
-  while ((style = style->ParentStyle()) && style->FDisplay == dsInline) {
+  if (PropertySet.Contains(cspVerticalAlign)) return Word<TVAlign>(FindOwnOrInherit(cspVerticalAlign));
+  for (const TBaseElementStyle* style = ParentStyle(); style && style->FDisplay == dsInline;
+       style = style->ParentStyle()) {
     const PCSSValue value = style->FindProp(cspVerticalAlign, false);
     if (!value) continue;
-    const TVAlign align = Word(value, vaBaseLine);
+    const TVAlign align = Word<TVAlign>(value);
     return align == vaSub || align == vaSuper ? align : vaBaseLine;
   }
   return vaBaseLine;
@@ -248,7 +222,6 @@ int32_t TBaseElementStyle::TransitionDelay() const {
 int32_t TBaseElementStyle::ColumnCount() const { return RoundToInt(OwnNumber(cspColumnCount, 1)); }
 
 void TBaseElementStyle::ColumnRule(TCSSColumnRule& rule) {
-  constexpr float kThin = 1, kThick = 5;
   rule = {};
   rule.Width.Init(this);
   const PCSSValue value = FindProp(cspColumnRule, false);
@@ -256,9 +229,9 @@ void TBaseElementStyle::ColumnRule(TCSSColumnRule& rule) {
   TCSSTokenSequence sequence(&value->Tokens);
   for (; sequence.T && sequence.T->CType != ctComma; sequence.Next()) {
     const TCSSToken& token = *sequence.T;
-    if (token.CType == ctIdent && IsEnum2(u"ls", token.Name, rule.Style)) continue;
-    if (token.Name == u"thin" || token.Name == u"thick")
-      rule.Width.SetFPixels(token.Name == u"thin" ? kThin : kThick);
+    if (FindLineStyle(token, rule.Style)) continue;
+    if (const TLineWidthWord* word = FindLineWidth(token))
+      rule.Width.SetFPixels(word->Pixels);
     else if (IsLengthToken(token))
       rule.Width.Decode(sequence);
     else

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "htmlcss/cssenums.h"
 #include "htmlcss/csstoken.h"
 #include "htruntime/rounding.h"
 #include "htutils/enumlookup.h"
@@ -12,6 +13,25 @@ inline bool IsVariable(const TCSSToken& token) { return token.CType == ctFunctio
 
 inline bool IsLengthToken(const TCSSToken& token) {
   return token.CType == ctNumber || token.CType == ctPercentage || token.CType == ctDimension;
+}
+
+/// What a border, a rule or an outline is as wide as by a word, in pixels.
+struct TLineWidthWord {
+  std::u16string_view Word;
+  float Pixels;
+};
+constexpr float kMediumLine = 3;
+constexpr TLineWidthWord kLineWidths[] = {{u"thin", 1}, {u"medium", kMediumLine}, {u"thick", 5}};
+
+/// Null where the token is none of the words.
+inline const TLineWidthWord* FindLineWidth(const TCSSToken& token) {
+  for (const TLineWidthWord& row : kLineWidths)
+    if (token.CType == ctIdent && row.Word == token.Name) return &row;
+  return nullptr;
+}
+
+inline bool FindLineStyle(const TCSSToken& token, TLineStyle& style) {
+  return token.CType == ctIdent && IsEnum2(u"ls", token.Name, style);
 }
 
 /// To the nearest whole number, of two the even one, within the range of the type.
