@@ -1,5 +1,6 @@
 #include "htmlcss/elementstyle.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "htmlcss/elementbackground.h"
@@ -199,7 +200,7 @@ void TBaseElementStyle::ReadMeasureProp(TCSSProperty prop, TMeasure& measure, co
 }
 
 float TBaseElementStyle::GetMeasurePx(TCSSProperty prop) {
-  constexpr float kPlainPixels = 1e30f;  // beyond, the measure holds the number to what a box can bear
+  constexpr float kLargestPixels = 1e30f;  // as a measure has it
   float number;
   if (GetTransitionNumber(prop, number)) return number;
   const PCSSValue value = InternalFindProp(prop);
@@ -208,15 +209,14 @@ float TBaseElementStyle::GetMeasurePx(TCSSProperty prop) {
   const bool isVariable = !value->Tokens.Empty() && IsVariable(value->Tokens[0]);
   if (!length.Calc && !isVariable) {
     if (length.FValue == 0) return 0;
-    const float pixels = length.FMUnit == muEM ? length.FValue * IntFontSize : length.FValue;
-    if ((length.FMUnit == muPX || length.FMUnit == muNone || length.FMUnit == muEM) &&
-        std::fabs(pixels) <= kPlainPixels)
-      return pixels;
+    if (length.FMUnit == muPX || length.FMUnit == muNone || length.FMUnit == muEM)
+      return std::clamp(length.FMUnit == muEM ? length.FValue * IntFontSize : length.FValue, -kLargestPixels,
+                        kLargestPixels);
   }
   TMeasure measure;
   measure.Init(this);
   measure.SetDecoded(length);
-  if (length.FMUnit != muNone) measure.Parent = ContainerWidth();
+  measure.Parent = ContainerWidth();
   if (isVariable) DecodeToken(*value, 0, measure);
   return measure.GetFPixels();
 }
