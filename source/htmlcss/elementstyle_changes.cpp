@@ -73,7 +73,8 @@ bool TBaseElementStyle::Changed(PCSSValue value, const TCSSPropValueRec& last) {
         return !last.Value || !SameVariable(*value, *last.Value);
       return !value->Value1.Calc && !SameValue(value->Value1.FValue, last.Raw);
     case cptNumber:
-      return !tokens.Empty() && !SameValue(tokens[0].AsFloat(), std::bit_cast<float>(last.Number));
+      return !tokens.Empty() && tokens[0].Color() != last.Number &&
+             !SameValue(tokens[0].AsFloat(), std::bit_cast<float>(last.Number));
     case cptColor:
     case cptEnum: return !tokens.Empty() && tokens[0].Color() != last.Number;
     case cptComplex: return value != last.Value || value->Hash() != last.Number;
