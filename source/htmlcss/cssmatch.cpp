@@ -168,7 +168,7 @@ class TChainSearch {
   bool Climb(const TCSSSelector& compound, TStyledHTMLNode* node, int32_t index, TSelectorPosition position) {
     for (; node; node = ParentOf(*node), index = -1) {
       if (!IsNew(node, position == spChild ? kOnlyParent : kAnyWay)) return false;
-      const TCSSPseudo current = HtCurrentPseudos(*node) + FPseudos;
+      const TCSSPseudo current = HtPseudosFor(compound, *node, FPseudos);
       if (compound.Matches(*node, current)) {
         if (AnyNotApplies(compound, *node, current)) return false;
         if (!compound.Parent) return true;
@@ -229,7 +229,7 @@ TAnswer AskNearest(const TCSSSelector& selector, TStyledHTMLNode* node, TCSSPseu
     const bool stepsAside = StepsAside(*compound);
     for (;; node = ParentOf(*node)) {
       if (!node) return failure;
-      const TCSSPseudo current = HtCurrentPseudos(*node) + pseudos;
+      const TCSSPseudo current = HtPseudosFor(*compound, *node, pseudos);
       if (compound->Matches(*node, current)) {
         if (AnyNotApplies(*compound, *node, current)) return failure;
         if (!compound->Parent) return anYes;
@@ -260,7 +260,7 @@ bool HtMeetsRest(TStyledHTMLNode& element, const TCSSSelector& selector, TCSSPse
 
 bool TCSSStyleSheet::TestElement(TStyledHTMLNode& element, const TCSSSelector& selector, TCSSPseudo pseudos) {
   if (!(pseudos <= selector.Pseudos)) return false;
-  const TCSSPseudo current = HtCurrentPseudos(element) + pseudos;
+  const TCSSPseudo current = HtPseudosFor(selector, element, pseudos);
   return selector.Matches(element, current) && HtMeetsRest(element, selector, current, pseudos);
 }
 

@@ -11,6 +11,13 @@ inline TCSSPseudo HtCurrentPseudos(const TStyledHTMLNode& element) {
   return element.FStyle ? element.FStyle->CurrentPC : TCSSPseudo();
 }
 
+/// What counts as present on an element for a compound and its negations, where `pseudos` count as present on all. The style
+/// is looked at only for those that ask.
+inline TCSSPseudo HtPseudosFor(const TCSSSelector& compound, const TStyledHTMLNode& element,
+                               TCSSPseudo pseudos) {
+  return compound.Pseudos.Empty() && compound.Nots.empty() ? pseudos : HtCurrentPseudos(element) + pseudos;
+}
+
 /// What TCSSStyleSheet::TestElement asks of an element that meets the right-most compound: no negation applies to it,
 /// and the compounds to the left are met. `current` is what counts as present on the element, `pseudos` on all.
 bool HtMeetsRest(TStyledHTMLNode& element, const TCSSSelector& selector, TCSSPseudo current,

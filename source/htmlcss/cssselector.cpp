@@ -4,6 +4,7 @@
 
 #include "htmlcss/csssection.h"
 #include "htmlpars/lower.h"
+#include "htmlpars/tags.h"
 #include "htruntime/rounding.h"
 #include "htutils/enumlookup.h"
 #include "htutils/faststring.h"
@@ -117,9 +118,18 @@ TCSSSelectorTestProc TCSSSelector::ChooseTestProc() const {
   }
 }
 
+// A known tag gets the text that elements have, so that one look tells that both are the same.
+void TCSSSelector::FindTag() {
+  if (Tag.Empty()) return;
+  Universal |= Tag == u"*";
+  TagHash = RSHash(Tag.Data(), Tag.Length());
+  const THtTagId known = HtFindTagId(Tag, TagHash);
+  if (known > tgOther) Tag = HtTagName(known);
+}
+
 void TCSSSelector::DetermineTestProc() {
   for (TCSSSelector* compound = this; compound; compound = compound->Parent.get()) {
-    compound->Universal |= compound->Tag == u"*";
+    compound->FindTag();
     if (!compound->Condition.Empty()) compound->ParseCondition();
     for (const auto& negation : compound->Nots)
       if (!negation->Condition.Empty()) negation->ParseCondition();

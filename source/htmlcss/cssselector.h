@@ -60,6 +60,8 @@ class TCSSSelector final : public TObject {
   TClassesArray Classes;
   /// The element name in lower case; or `*`, the keyword of `@page` and `@font-face`, or a key frame's `50%`.
   hstring Tag;
+  /// RSHash of Tag, which DetermineTestProc works out; 0 as long as it is not known.
+  uint32_t TagHash = 0;
   /// All pseudo-classes and pseudo-elements.
   TCSSPseudo Pseudos;
   /// Specificity, or what the sheet was told to take instead.
@@ -126,6 +128,8 @@ class TCSSSelector final : public TObject {
 
  private:
   TCSSSelectorTestProc ChooseTestProc() const;
+  void FindTag();
+  bool TagMatches(const TStyledHTMLNode& element) const;
   bool ClassesMatch(const TStyledHTMLNode& element) const;
   bool IndexMatches(const TStyledHTMLNode& element, TCSSPseudoClass among) const;
   bool NthMatches(const TStyledHTMLNode& element, TCSSPseudo pseudos, TCSSPseudoClass among) const;

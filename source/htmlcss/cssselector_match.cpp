@@ -40,7 +40,7 @@ bool ConditionPasses(const TCSSCondition& condition, const hstring& value) {
 
 bool TCSSSelector::TestUniversal(TStyledHTMLNode&, TCSSPseudo) const { return true; }
 
-bool TCSSSelector::TestTag(TStyledHTMLNode& element, TCSSPseudo) const { return element.GetTag() == Tag; }
+bool TCSSSelector::TestTag(TStyledHTMLNode& element, TCSSPseudo) const { return TagMatches(element); }
 
 bool TCSSSelector::TestID(TStyledHTMLNode& element, TCSSPseudo) const {
   return element.GetAttributes() && element.HasAttributeValue(u"id"_hs, ID);
@@ -55,7 +55,7 @@ bool TCSSSelector::TestClass(TStyledHTMLNode& element, TCSSPseudo) const {
 }
 
 bool TCSSSelector::TestTagClass(TStyledHTMLNode& element, TCSSPseudo) const {
-  return element.FClassHashes.Count() >= Classes.Count() && element.GetTag() == Tag && ClassesMatch(element);
+  return element.FClassHashes.Count() >= Classes.Count() && TagMatches(element) && ClassesMatch(element);
 }
 
 bool TCSSSelector::TestPCCondition(TStyledHTMLNode& element, TCSSPseudo pseudos) const {
@@ -71,7 +71,7 @@ bool TCSSSelector::TestPCClass(TStyledHTMLNode& element, TCSSPseudo pseudos) con
 }
 
 bool TCSSSelector::TestAll(TStyledHTMLNode& element, TCSSPseudo pseudos) const {
-  if (!Tag.Empty() && !Universal && element.GetTag() != Tag) return false;
+  if (!Tag.Empty() && !Universal && !TagMatches(element)) return false;
   if (!ID.Empty() && !TestID(element, pseudos)) return false;
   if (!Classes.Empty() && !TestClass(element, pseudos)) return false;
   if (Pseudos.Contains(pcNthChild)) {
@@ -94,6 +94,10 @@ bool TCSSSelector::XTestCondition(TStyledHTMLNode& element) const {
   return true;
 }
 
+bool TCSSSelector::TagMatches(const TStyledHTMLNode& element) const {
+  return (TagHash == 0 || element.GetTagHash() == TagHash) && element.GetTag() == Tag;
+}
+
 // The element has no fewer classes than there are here.
 bool TCSSSelector::ClassesMatch(const TStyledHTMLNode& element) const {
   const TClassesArray& classes = element.FClassHashes;
@@ -106,9 +110,18 @@ bool TCSSSelector::ClassesMatch(const TStyledHTMLNode& element) const {
   return true;
 }
 
+// For a number no more siblings are counted than it says.
 bool TCSSSelector::IndexMatches(const TStyledHTMLNode& element, TCSSPseudoClass among) const {
-  const int32_t index = (among == pcNthChild ? element.ChildIndex() : element.TagIndex()) + 1;
-  if (NthIndex < 0) return (index & 1) == (NthIndex == -1);
+  const bool anyTag = among == pcNthChild;
+  if (NthIndex < 0) {
+    const int32_t before = anyTag ? element.ChildIndex() : element.TagIndex();
+    return (before & 1) == (NthIndex == -2);
+  }
+  int32_t index = 1;
+  const THtNode* parent = element.THtNode::GetParent();
+  const THtNode* node = parent ? parent->FirstChild() : &element;
+  for (; node && node != &element && index <= NthIndex; node = node->NextSibling())
+    index += anyTag ? !node->GetTag().Empty() : node->GetTag() == element.GetTag();
   return index == NthIndex;
 }
 

@@ -37,7 +37,7 @@ void TStyledHTMLNode::InternalJQuery(const TCSSSelectors& selectors, THtNodeList
   for (THtNode* child = FirstChild(); child; child = child->NextSibling()) {
     for (THtNode* node = child; node; node = node->NextNodeBelow(child)) {
       auto& styled = static_cast<TStyledHTMLNode&>(*node);
-      if (styled.FStyle && MeetsAny(styled, selectors)) list.Add(node);
+      if (MeetsAny(styled, selectors) && styled.FStyle) list.Add(node);
       if (stopAtFirst && node == child && list.GetCount() > 0) return;
     }
   }

@@ -71,7 +71,11 @@ class TSet {
   constexpr bool Contains(TEnum v) const { return (FWords[Word(v)] & Bit(v)) != 0; }
   constexpr void Include(TEnum v) { FWords[Word(v)] |= Bit(v); }
   constexpr void Exclude(TEnum v) { FWords[Word(v)] &= static_cast<TWord>(~Bit(v)); }
-  constexpr bool Empty() const { return *this == TSet(); }
+  constexpr bool Empty() const {
+    for (TWord w : FWords)
+      if (w != 0) return false;
+    return true;
+  }
   constexpr int Count() const {
     int count = 0;
     for (TWord w : FWords) count += std::popcount(w);
@@ -92,7 +96,12 @@ class TSet {
     return a;
   }
   friend constexpr bool operator<=(const TSet& a, const TSet& b) { return (a - b).Empty(); }
-  friend constexpr bool operator==(const TSet&, const TSet&) = default;
+  // Word by word: the comparison of arrays is a call, even of one word.
+  friend constexpr bool operator==(const TSet& a, const TSet& b) {
+    for (size_t i = 0; i < kWords; ++i)
+      if (a.FWords[i] != b.FWords[i]) return false;
+    return true;
+  }
 
  private:
   static constexpr size_t kBits = static_cast<size_t>(HtEnumCount(TEnum{}));
