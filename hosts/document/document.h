@@ -66,7 +66,8 @@ class TDocument : public TDocumentNode {
   /// The text of a `<style>`, a `<link>` or what the loader gives is another now.
   void SheetsChanged() { FSheetsValid = false; }
 
-  /// Resolves the style of all elements of which it may have changed, in one walk in document order.
+  /// Resolves the style of all elements of which it may have changed, in one walk in document order. Raises EHtException
+  /// for a tree of more than kMaxTreeDepth levels.
   TStyleChanges UpdateStyles();
 
  private:

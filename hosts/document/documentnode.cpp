@@ -75,6 +75,11 @@ void TDocumentNode::DeleteChild(THtNode* node) {
   ChildrenChanged();
 }
 
+void TDocumentNode::DeleteAllChildren() {
+  TStyledHTMLNode::DeleteAllChildren();
+  ChildrenChanged();
+}
+
 void TDocumentNode::SetPseudoClass(TCSSPseudoClass pseudo, bool on) {
   if (FStyle && FStyle->ApplyPseudoClass(pseudo, on)) StyleChanged(true);
 }

@@ -38,6 +38,7 @@ class TDocumentNode : public TStyledHTMLNode {
   void SetParent(THtNode* parent) override;
   THtNode* InternalAddChild(const THtNodeClass* nodeClass) override;
   void DeleteChild(THtNode* node) override;
+  void DeleteAllChildren() override;
   using TStyledHTMLNode::ParseAttributes;
   void ParseAttributes(THtmlParser& parser) override;
   void AfterParse() override;

@@ -25,9 +25,11 @@ bool IsEmpty(const TDocumentNode& element) {
   return true;
 }
 
-void CountTags(const THtNode& parent, TStylePass::TTagCounts& tags) {
+std::unique_ptr<TStylePass::TTagCounts> CountTags(const THtNode& parent) {
+  auto tags = std::make_unique<TStylePass::TTagCounts>();
   for (TDocumentNode* child = FirstElement(parent); child; child = ElementBehind(*child))
-    ++tags[child->GetTag()].All;
+    ++(*tags)[child->GetTag()].All;
+  return tags;
 }
 
 bool IsContent(const TCSSWeightItem& item) { return item.FObject->Prop->Prop == cspContent; }
@@ -77,12 +79,11 @@ void TStylePass::Visit(TDocumentNode& element, bool all) {
 }
 
 void TStylePass::VisitChildren(TDocumentNode& parent, bool all) {
-  TTagCounts tags;
-  if (!(FUsed * kByType).Empty()) CountTags(parent, tags);
+  const std::unique_ptr<TTagCounts> tags = (FUsed * kByType).Empty() ? nullptr : CountTags(parent);
   bool isFirst = true;
   for (TDocumentNode *child = FirstElement(parent), *next = nullptr; child; child = next) {
     next = ElementBehind(*child);
-    UpdatePseudoClasses(*child, isFirst, !next, tags);
+    UpdatePseudoClasses(*child, isFirst, !next, tags.get());
     isFirst = false;
     const bool behind = child->FStyleBelow && FDocument.FSheets.HasSiblingRules();
     Visit(*child, all);
@@ -92,13 +93,13 @@ void TStylePass::VisitChildren(TDocumentNode& parent, bool all) {
 
 // Pseudo-classes
 
-void TStylePass::UpdatePseudoClasses(TDocumentNode& element, bool isFirst, bool isLast, TTagCounts& tags) {
+void TStylePass::UpdatePseudoClasses(TDocumentNode& element, bool isFirst, bool isLast, TTagCounts* tags) {
   TCSSPseudo now = PseudoClassesOfItself(element);
   if (isFirst) now.Include(pcFirstChild);
   if (isLast) now.Include(pcLastChild);
   if (isFirst && isLast) now.Include(pcOnlyChild);
-  if (!tags.empty()) {
-    TTagCount& tag = tags[element.GetTag()];
+  if (tags) {
+    TTagCount& tag = (*tags)[element.GetTag()];
     if (++tag.Seen == 1) now.Include(pcFirstOfType);
     if (tag.Seen == tag.All) now.Include(pcLastOfType);
     if (tag.All == 1) now.Include(pcOnlyOfType);

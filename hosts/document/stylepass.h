@@ -26,7 +26,7 @@ class TStylePass {
   void Visit(TDocumentNode& element, bool all);
   void VisitChildren(TDocumentNode& parent, bool all);
 
-  void UpdatePseudoClasses(TDocumentNode& element, bool isFirst, bool isLast, TTagCounts& tags);
+  void UpdatePseudoClasses(TDocumentNode& element, bool isFirst, bool isLast, TTagCounts* tags);
   TCSSPseudo PseudoClassesOfItself(const TDocumentNode& element) const;
 
   bool Resolve(TDocumentNode& element);

@@ -197,7 +197,8 @@ void TVariables::Substitute(TDocumentNode& element, TCSSWeightList& list, TCSSpr
 TCSSValues& TVariables::Compiled(const TCSSValue& value, const TCSSTokens& tokens) {
   std::vector<TOutcome>& outcomes = FCompiled[&value];
   for (TOutcome& outcome : outcomes)
-    if (outcome.Name == value.Name && SameTokens(outcome.Tokens, tokens))
+    if (outcome.Name == value.Name && outcome.Important == value.Important &&
+        SameTokens(outcome.Tokens, tokens))
       return outcome.Section->CompiledValues;
   auto section = std::make_unique<TCSSSection>();
   section->URL = value.Section->URL;
@@ -208,7 +209,7 @@ TCSSValues& TVariables::Compiled(const TCSSValue& value, const TCSSTokens& token
   own.Important = value.Important;
   if (TCSSParser::PrepareValue(own, *section)) section->AddValue(own);
   section->Compile();
-  outcomes.push_back({value.Name, tokens, std::move(section)});
+  outcomes.push_back({value.Name, tokens, value.Important, std::move(section)});
   return outcomes.back().Section->CompiledValues;
 }
 

@@ -35,6 +35,7 @@ class TVariables {
   struct TOutcome {
     hstring Name;
     TCSSTokens Tokens;
+    bool Important;
     std::unique_ptr<TCSSSection> Section;
   };
   using TCompiled = std::unordered_map<const TCSSValue*, std::vector<TOutcome>>;
