@@ -14,6 +14,10 @@ TDocument* TDocumentNode::Document() const {
 
 const TClass* TDocumentNode::GetStyleClass() const { return IsElement() ? TDocumentStyle::Class() : nullptr; }
 
+TStyledHTMLNode* TDocumentNode::RootNodeElement() {
+  return FTagId == tgHtml ? this : TStyledHTMLNode::RootNodeElement();
+}
+
 const TRectF* TDocumentNode::GetDrawRect() const {
   const TDocument* document = Document();
   return document ? &document->OuterRect : &OuterRect;

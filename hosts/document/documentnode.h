@@ -32,6 +32,8 @@ class TDocumentNode : public TStyledHTMLNode {
   const TRectF* GetDrawRect() const override;
   const float& GetViewPortWidth() const override;
   const float& GetViewPortHeight() const override;
+  /// What `rem` refers to: for the children of "html", whose font size refers to it, it is "html", too.
+  TStyledHTMLNode* RootNodeElement() override;
   bool IsText() const override { return FTag.Empty(); }
   void StyleChanged(bool propagate) override;
   bool SetAttribute(const hstring& name, const hstring& value) override;

@@ -111,7 +111,7 @@ TEST(Document, OwnDeclarations) {
 TEST(Document, WhatIsInherited) {
   TPage page(
       "<!doctype html><style>body{font-size:20px;color:#000005;visibility:hidden} .em{font-size:1.5em} "
-      ".rem{font-size:2em} .plain{font-weight:normal} .half{font-size:50%;margin-left:2em} "
+      ".plain{font-weight:normal} .half{font-size:50%;margin-left:2em} "
       ".vw{margin-left:10vw}"
       ".shown{visibility:visible}</style>"
       "<body><div class=em><p class=em id=a><b id=b>x<i class=plain id=c></i></b></p></div>"
@@ -138,6 +138,11 @@ TEST(Document, WhatIsInherited) {
     EXPECT_EQ(style.Visibility, visibility) << selector;
     EXPECT_EQ(style.TextColor(), 0xFF000005) << selector;
   }
+  TPage rem(
+      "<!doctype html><html style='font-size:10px'><body style='font-size:2rem'><p "
+      "style='margin-left:3rem'>");
+  EXPECT_EQ(rem.Find("body").Style()->IntFontSize, 20);
+  EXPECT_EQ(rem.Find("p").Style()->MarginLeftPx(), 30);
   for (const auto& [doctype, size] :
        {std::pair("", 16), {"<!DOCTYPE html>", 20}, {"<!-- a --> <!doctype x>", 20}})
     EXPECT_EQ(TPage(std::string(doctype) + "<body style='font-size:20px'><table>")
