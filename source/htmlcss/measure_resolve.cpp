@@ -175,8 +175,9 @@ int32_t TMeasure::GetPixels() {
 
 void TMeasure::DecodeCalc() {
   constexpr int32_t kFirstOperand = 2;  // behind `calc` and its parenthesis
-  TMeasure operand = *this;
-  operand.Calc = nullptr;
+  TMeasure operand;  // starts afresh, so that each use comes to the same
+  operand.Init(Style);
+  operand.Parent = Parent;
   TCalcStacks stacks;
   TCSSTokenSequence sequence(Calc);
   for (sequence.Next(kFirstOperand); !sequence.Eof; sequence.Next()) {
