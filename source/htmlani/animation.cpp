@@ -29,8 +29,8 @@ int64_t MulDiv(int64_t value, int64_t factor, int64_t divisor) {
 
 int32_t Channel(uint32_t color, int shift) { return static_cast<int32_t>(color >> shift & 0xFF); }
 
-int32_t Premultiplied(uint32_t color, int shift) {
-  return Channel(color, shift) * Channel(color, kAlphaShift) / 255;
+int64_t Premultiplied(uint32_t color, int shift) {
+  return MulDiv(Channel(color, shift), Channel(color, kAlphaShift), 255);
 }
 
 }  // namespace
@@ -81,7 +81,7 @@ bool TAnimatedColor::StepValue(int32_t time) {
     SetValue(EndValue);
     return true;
   }
-  const auto between = [&](int32_t start, int32_t end) { return start - MulDiv(start - end, time, AllTime); };
+  const auto between = [&](int64_t start, int64_t end) { return start - MulDiv(start - end, time, AllTime); };
   const int64_t alpha = between(Channel(StartValue, kAlphaShift), Channel(EndValue, kAlphaShift));
   auto color = static_cast<uint32_t>(alpha) << kAlphaShift;
   if (alpha >= kLowestAlpha)

@@ -101,7 +101,7 @@ class TAnimatedFloat : public TAnimatedProperty {
   void SetValue(float x);
   bool NextStep(int32_t step) override;
   bool StepValue(int32_t time) override;
-  /// "from 0.000000 to 1.000000, time 300"
+  /// "from 0.00 to 1.00, time 300"
   hstring AsString() const override;
 
   float StartValue = 0, EndValue = 0;

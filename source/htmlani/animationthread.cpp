@@ -22,7 +22,12 @@ TBaseAnimationThread::TBaseAnimationThread() : FRepaints(std::make_shared<TRepai
 TBaseAnimationThread::~TBaseAnimationThread() { Stop(); }
 
 void TBaseAnimationThread::Resume() {
+  if (FThread.joinable()) return;
   FTerminated = false;
+  {
+    const std::lock_guard lock(FRepaints->Lock);
+    FRepaints->Thread = this;
+  }
   FThread = std::thread([this] { Execute(); });
 }
 
@@ -39,23 +44,23 @@ void TBaseAnimationThread::Stop() {
 
 void TBaseAnimationThread::RegisterDoc(TObject& doc) {
   const std::lock_guard lock(FDocsLock);
-  std::erase(FUnr, &doc);
-  if (std::find(FDocs.begin(), FDocs.end(), &doc) == FDocs.end()) FDocs.push_back(&doc);
+  std::erase(Unr, &doc);
+  if (std::find(Docs.begin(), Docs.end(), &doc) == Docs.end()) Docs.push_back(&doc);
 }
 
 void TBaseAnimationThread::UnregisterDoc(TObject& doc) {
   const std::lock_guard lock(FDocsLock);
-  FUnr.push_back(&doc);
+  Unr.push_back(&doc);
 }
 
 void TBaseAnimationThread::Subscribe(const TAnimationProc& proc) {
   const std::lock_guard lock(FProcsLock);
-  FProcs.push_back(proc);
+  Procs.push_back(proc);
 }
 
 void TBaseAnimationThread::Unsubscribe(const TAnimationProc& proc) {
   const std::lock_guard lock(FProcsLock);
-  FUnp.push_back(proc);
+  Unp.push_back(proc);
 }
 
 int64_t TBaseAnimationThread::ReadCounter() const {
@@ -71,14 +76,14 @@ void TBaseAnimationThread::DebugOutput(const hstring& text) {
   std::fprintf(stderr, "%s\n", HtToUtf8(text).c_str());
 }
 
-void TBaseAnimationThread::ReadFrequency() {
+void TBaseAnimationThread::StartClock() {
   FLast = ReadCounter();
-  FQPFrequency = std::max<int64_t>(CounterFrequency() / 1000, 1);
+  QPFrequency = std::max<int64_t>(CounterFrequency() / 1000, 1);
 }
 
 void TBaseAnimationThread::Execute() {
   HtSetThreadName(u"HTAnimation");
-  ReadFrequency();
+  StartClock();
   while (!FTerminated) {
     try {
       Pass();
@@ -87,6 +92,8 @@ void TBaseAnimationThread::Execute() {
       DebugOutput(u"HtAnimationThread: " + e.Message);
     } catch (const std::exception& e) {
       DebugOutput(u"HtAnimationThread: " + HtFromUtf8(e.what()));
+    } catch (...) {
+      DebugOutput(u"HtAnimationThread: "_hs);
     }
   }
 }
@@ -110,39 +117,39 @@ void TBaseAnimationThread::Pass() {
 }
 
 int32_t TBaseAnimationThread::Elapsed(int64_t now, int32_t least) const {
-  return static_cast<int32_t>(std::clamp<int64_t>((now - FLast) / FQPFrequency, least, INT32_MAX));
+  return static_cast<int32_t>(std::clamp<int64_t>((now - FLast) / QPFrequency, least, INT32_MAX));
 }
 
 // By index, since a document may register another.
 bool TBaseAnimationThread::AnimateDocs(int64_t now) {
   const std::lock_guard lock(FDocsLock);
-  for (TObject* doc : FUnr) std::erase(FDocs, doc);
-  FUnr.clear();
+  for (TObject* doc : Unr) std::erase(Docs, doc);
+  Unr.clear();
   bool changed = false;
-  for (size_t i = 0; i < FDocs.size();) {
-    TObject* doc = FDocs[i];
+  for (size_t i = 0; i < Docs.size();) {
+    TObject* doc = Docs[i];
     if (AnimateDoc(*doc, Elapsed(now, 1), changed))
       ++i;
     else
-      FDocs.erase(FDocs.begin() + static_cast<ptrdiff_t>(i));
+      Docs.erase(Docs.begin() + static_cast<ptrdiff_t>(i));
   }
   return changed;
 }
 
 void TBaseAnimationThread::CallProcs(int64_t now) {
   const std::lock_guard lock(FProcsLock);
-  for (const TAnimationProc& proc : FUnp) {
-    const auto found = std::find(FProcs.begin(), FProcs.end(), proc);
-    if (found != FProcs.end()) FProcs.erase(found);
+  for (const TAnimationProc& proc : Unp) {
+    const auto found = std::find(Procs.begin(), Procs.end(), proc);
+    if (found != Procs.end()) Procs.erase(found);
   }
-  FUnp.clear();
-  for (size_t i = 0; i < FProcs.size();) {
-    const TAnimationProc proc = FProcs[i];
+  Unp.clear();
+  for (size_t i = 0; i < Procs.size();) {
+    const TAnimationProc proc = Procs[i];
     try {
       proc(Elapsed(now, Step));
       ++i;
     } catch (...) {
-      FProcs.erase(FProcs.begin() + static_cast<ptrdiff_t>(i));
+      Procs.erase(Procs.begin() + static_cast<ptrdiff_t>(i));
     }
   }
 }
@@ -156,8 +163,8 @@ void TBaseAnimationThread::QueueRepaint() {
 
 void TBaseAnimationThread::Repaint() {
   const std::lock_guard lock(FDocsLock);
-  for (size_t i = 0; i < FDocs.size() && !FTerminated; ++i)
-    if (std::find(FUnr.begin(), FUnr.end(), FDocs[i]) == FUnr.end()) RepaintDoc(*FDocs[i]);
+  for (size_t i = 0; i < Docs.size() && !FTerminated; ++i)
+    if (std::find(Unr.begin(), Unr.end(), Docs[i]) == Unr.end()) RepaintDoc(*Docs[i]);
 }
 
 }  // namespace ht

@@ -97,7 +97,8 @@ class TBaseAnimationThread : public TObject {
   /// Ends it; returns when it has ended.
   void Stop();
   bool Terminated() const { return FTerminated; }
-  void ReadFrequency();
+  /// Takes the present as the time of the last pass.
+  void StartClock();
   /// What happens between two sleeps. Exceptions of AnimateDoc pass to the caller.
   void Pass();
 
@@ -112,13 +113,13 @@ class TBaseAnimationThread : public TObject {
   void Sleep();
 
   std::recursive_mutex FDocsLock;
-  std::vector<TObject*> FDocs;
-  std::vector<TObject*> FUnr;  // to leave FDocs at the next pass; under its lock
+  std::vector<TObject*> Docs;
+  std::vector<TObject*> Unr;  // to leave Docs at the next pass; under its lock
   std::recursive_mutex FProcsLock;
-  std::vector<TAnimationProc> FProcs;
-  std::vector<TAnimationProc> FUnp;  // to leave FProcs at the next pass; under its lock
+  std::vector<TAnimationProc> Procs;
+  std::vector<TAnimationProc> Unp;  // to leave Procs at the next pass; under its lock
   int64_t FLast = 0;
-  int64_t FQPFrequency = 1;  // ticks a millisecond
+  int64_t QPFrequency = 1;  // ticks a millisecond
   std::atomic<bool> FTerminated = false;
   std::mutex FSleepLock;
   std::condition_variable FWake;

@@ -60,6 +60,7 @@ TEST(AnimatedColor, Runs) {
   } cases[] = {{0xFF000000, 0xFFFFFFFF, 50, 0xFF808080}, {0xFF000000, 0xFFFFFFFF, 25, 0xFF404040},
                {0xFF102030, 0xFF102030, 50, 0xFF102030}, {0x00FFFFFF, 0xFFFF0000, 50, 0x80FF0000},
                {0x00FFFFFF, 0x00FF0000, 50, 0x00000000}, {0x01FFFFFF, 0x01FF0000, 50, 0x01000000},
+               {0x80030303, 0x80030303, 50, 0x80040404},  // 3 * 128 / 255 is rounded to 2
                {0xFF0000FF, 0xFFFF0000, 100, 0xFFFF0000}};
   for (const auto& c : cases) {
     uint32_t value = 0;

@@ -21,8 +21,8 @@ class TTestThread final : public TBaseAnimationThread {
  public:
   ~TTestThread() override { Stop(); }
   using TBaseAnimationThread::Pass;
-  using TBaseAnimationThread::ReadFrequency;
   using TBaseAnimationThread::Resume;
+  using TBaseAnimationThread::StartClock;
   using TBaseAnimationThread::Stop;
 
   int64_t Now = 1000;  // in microseconds
@@ -54,7 +54,7 @@ class TTestThread final : public TBaseAnimationThread {
 
 TEST(AnimationThread, Passes) {
   TTestThread thread;
-  thread.ReadFrequency();
+  thread.StartClock();
   TDoc a('a'), b('b');
   thread.RegisterDoc(a);
   thread.RegisterDoc(b);
@@ -92,7 +92,7 @@ TEST(AnimationThread, UnregisteredBeforeTheRepaint) {
   thread.RegisterDoc(a);
   thread.RegisterDoc(b);
   thread.Now += 20000000;
-  thread.ReadFrequency();
+  thread.StartClock();
   thread.Pass();
   thread.UnregisterDoc(a);
   HtPumpMainThread();
@@ -109,7 +109,7 @@ TEST(AnimationThread, RepaintOfAThreadThatIsGone) {
   {
     TTestThread thread;
     thread.RegisterDoc(a);
-    thread.ReadFrequency();
+    thread.StartClock();
     thread.Pass();
   }
   EXPECT_EQ(HtPumpMainThread(), 1);
@@ -117,7 +117,7 @@ TEST(AnimationThread, RepaintOfAThreadThatIsGone) {
 
 TEST(AnimationThread, Subscribers) {
   TTestThread thread;
-  thread.ReadFrequency();
+  thread.StartClock();
   const TAnimationProc tick = HtAnimationProc<&TTestThread::Tick>(thread);
   const TAnimationProc fail = HtAnimationProc<&TTestThread::Fail>(thread);
   thread.Unsubscribe(tick);  // never subscribed
@@ -149,7 +149,12 @@ TEST(AnimationThread, RunsUntilItIsStopped) {
   thread.UnregisterDoc(broken);
   const int before = ticks;
   while (ticks < before + 3) std::this_thread::yield();
+  TDoc doc('d');
+  thread.RegisterDoc(doc);
+  for (int repaints = 0; repaints < 3; repaints += HtPumpMainThread()) std::this_thread::yield();
   thread.Stop();
+  HtPumpMainThread();
+  EXPECT_NE(thread.Log.find("rd "), std::string::npos);
 }
 
 }  // namespace
