@@ -245,6 +245,24 @@ TAnswer AskNearest(const TCSSSelector& selector, TStyledHTMLNode* node, TCSSPseu
   }
 }
 
+// Whether a compound to the left that asks for much, an id or a class, is met by no ancestor: then the chain is not, and no
+// way needs to be tried. Only the nearest such compound is looked for, and not far.
+bool LacksAncestor(const TCSSSelector& selector, const TStyledHTMLNode& element, TCSSPseudo pseudos) {
+  constexpr int kFarthest = 8;
+  const TCSSSelector* compound = &selector;
+  if (StepsAside(selector)) return false;
+  for (int i = 0; i < kFarthest; ++i) {
+    if (!compound->Parent) return false;
+    compound = compound->Parent.get();
+    if (StepsAside(*compound)) return false;  // goes aside even where it is not met
+    if (compound->ID.Empty() && compound->Classes.Empty()) continue;
+    for (TStyledHTMLNode* node = ParentOf(element); node; node = ParentOf(*node))
+      if (compound->Matches(*node, HtPseudosFor(*compound, *node, pseudos))) return false;
+    return true;
+  }
+  return false;
+}
+
 }  // namespace
 
 bool HtMeetsRest(TStyledHTMLNode& element, const TCSSSelector& selector, TCSSPseudo current,
@@ -255,7 +273,8 @@ bool HtMeetsRest(TStyledHTMLNode& element, const TCSSSelector& selector, TCSSPse
   if (selector.Position != spAllSiblings)
     answer = AskNearest(
         selector, selector.Position == spSibling ? PreviousElement(element) : ParentOf(element), pseudos);
-  return answer == anUnknown ? TChainSearch(pseudos).RunFrom(element, selector) : answer == anYes;
+  if (answer != anUnknown) return answer == anYes;
+  return !LacksAncestor(selector, element, pseudos) && TChainSearch(pseudos).RunFrom(element, selector);
 }
 
 bool TCSSStyleSheet::TestElement(TStyledHTMLNode& element, const TCSSSelector& selector, TCSSPseudo pseudos) {

@@ -89,6 +89,14 @@ bool VisitRules(const TCSSStyleMaps& maps, const TStyledHTMLNode& element, const
   return VisitClasses(fine.Classes, element, visit) || VisitTags(fine.Tags, element, visit);
 }
 
+// A rule of the kind `tr > :nth-child(2)`, for a child of another element. To ask the parent first costs less than to
+// count siblings.
+bool IsForOtherParents(const TCSSSelector& selector, const TStyledHTMLNode& element, TCSSPseudo pseudos) {
+  if (selector.NthIndex == 0 || selector.Position != spChild || !selector.Parent) return false;
+  auto* parent = static_cast<TStyledHTMLNode*>(element.THtNode::GetParent());
+  return !parent || !selector.Parent->Matches(*parent, HtPseudosFor(*selector.Parent, *parent, pseudos));
+}
+
 // Whether the element meets the right-most compound of a rule, whatever the rest of it says.
 bool MayApply(TStyledHTMLNode& element, const TCSSStyleMaps& maps) {
   const auto anyPasses = [&element](const TCSSSelectors& bucket) {
@@ -110,7 +118,9 @@ void TCSSStyleSheet::GetElementSelectors(TStyledHTMLNode& element, TCSSWeightLis
   const int32_t classCount = element.FClassHashes.Count();
   const auto addBucket = [&](const TCSSSelectors& bucket) {
     for (const TCSSSelector* selector : bucket) {
-      if (classCount < selector->Classes.Count() || !selector->Matches(element, current)) continue;
+      if (classCount < selector->Classes.Count() || IsForOtherParents(*selector, element, pseudos) ||
+          !selector->Matches(element, current))
+        continue;
       TCSSSection& section = *selector->Section;
       if ((section.MediaSet && section.MediaSet->Disabled) || !(pseudos <= selector->Pseudos)) continue;
       if (HtMeetsRest(element, *selector, current, pseudos))

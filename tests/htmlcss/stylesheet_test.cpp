@@ -67,6 +67,8 @@ const struct {
     {u"p a{width:1px} div>p>a{width:2px} div>a{width:3px} .c~p a{width:4px}", u"x", "width:1px width:2px width:4px"},
     {u":nth-child(1){width:1px} :nth-of-type(1){width:2px} :first-child{width:3px}", u"p", "width:1px width:2px"},
     {u":hover{width:1px} :focus{width:2px} :foo{width:3px}", u"x", "width:1px"},
+    {u"div>:nth-child(1){width:1px} a>:nth-child(1){width:2px} div.b>p:nth-child(odd){width:3px} body>:nth-child(1){width:4px}",
+     u"p", "width:1px width:3px"},
     {u":not(.a){width:1px} ::before{width:2px} p::before{width:3px} p{width:4px}", u"p", "width:4px"},
     // Attributes: also those that must not be there, or are written otherwise.
     {u"[TITLE=t]{width:1px}[title]{width:2px}[x!=1]{width:3px}[x]{width:4px}[class=c][title]{width:5px}", u"p",
