@@ -9,7 +9,9 @@
 #include "htmlcss/cssparser.h"
 #include "htmlcss/stylesheet.h"
 #ifdef HT_PEER_MYCSS
-#include <mycss/api.h>
+#include <mycss/entry.h>
+#include <mycss/mycss.h>
+#include <mycss/stylesheet.h>
 #endif
 #include "support/litehtmlpage.h"
 
