@@ -303,18 +303,21 @@ float TBaseElementStyle::OwnNumber(TCSSProperty prop, float otherwise) const {
   const PCSSValue value = FindProp(prop, false);
   if (!value || value->Tokens.Empty() || value->Inherit) return otherwise;
   const TCSSToken& token = value->Tokens[0];
+  if (token.CType == ctPercentage) return token.AsFloat() / 100;
   return token.CType == ctNumber ? token.AsFloat() : otherwise;
 }
 
 bool TBaseElementStyle::DecodeToken(const TCSSValue& value, int32_t index, TMeasure& m) {
   TCSSTokenSequence sequence(&value.Tokens);
   if (index > 0 && !sequence.Next(index)) return false;
-  if (IsVariable(*sequence.T)) GetCSSVariable(sequence);
+  const bool isVariable = IsVariable(*sequence.T);
+  if (isVariable) GetCSSVariable(sequence);
   if (!sequence.T || IsVariable(*sequence.T)) {
     m.SetFPixels(0);
     return false;
   }
   m.Decode(sequence);
+  if (isVariable && m.Calc) ToPixels(m);  // its tokens go with the sequence
   return true;
 }
 

@@ -209,18 +209,18 @@ class TBaseElementStyle : public TObject {
   /// 1em where there is none.
   void ColumnGap(TMeasure& m);
 
-  void MarginTop(TMeasure& m) { Margin(cspMarginTop, m); }
-  void MarginRight(TMeasure& m) { Margin(cspMarginRight, m); }
-  void MarginBottom(TMeasure& m) { Margin(cspMarginBottom, m); }
-  void MarginLeft(TMeasure& m) { Margin(cspMarginLeft, m); }
+  void MarginTop(TMeasure& m) { Side(cspMarginTop, m); }
+  void MarginRight(TMeasure& m) { Side(cspMarginRight, m); }
+  void MarginBottom(TMeasure& m) { Side(cspMarginBottom, m); }
+  void MarginLeft(TMeasure& m) { Side(cspMarginLeft, m); }
   float MarginTopPx() { return SidePx(cgMargin, cspMarginTop); }
   float MarginRightPx() { return SidePx(cgMargin, cspMarginRight); }
   float MarginBottomPx() { return SidePx(cgMargin, cspMarginBottom); }
   float MarginLeftPx() { return SidePx(cgMargin, cspMarginLeft); }
-  void PaddingTop(TMeasure& m) { Padding(cspPaddingTop, 0, m); }
-  void PaddingRight(TMeasure& m) { Padding(cspPaddingRight, 1, m); }
-  void PaddingBottom(TMeasure& m) { Padding(cspPaddingBottom, 2, m); }
-  void PaddingLeft(TMeasure& m) { Padding(cspPaddingLeft, 3, m); }
+  void PaddingTop(TMeasure& m) { Side(cspPaddingTop, m); }
+  void PaddingRight(TMeasure& m) { HorizontalPadding(cspPaddingRight, 1, m); }
+  void PaddingBottom(TMeasure& m) { Side(cspPaddingBottom, m); }
+  void PaddingLeft(TMeasure& m) { HorizontalPadding(cspPaddingLeft, 3, m); }
   float PaddingTopPx() { return SidePx(cgPadding, cspPaddingTop); }
   float PaddingRightPx() { return HorizontalPaddingPx(cspPaddingRight, 1); }
   float PaddingBottomPx() { return SidePx(cgPadding, cspPaddingBottom); }
@@ -387,8 +387,8 @@ class TBaseElementStyle : public TObject {
   void OwnHeightProp(TCSSProperty prop, TMeasure& m);
   void LimitWidth(TCSSProperty prop, TMeasure& m);
   TElementOverflow Overflow(TCSSProperty prop) const;
-  void Margin(TCSSProperty prop, TMeasure& m);
-  void Padding(TCSSProperty prop, int32_t side, TMeasure& m);
+  void Side(TCSSProperty prop, TMeasure& m);
+  void HorizontalPadding(TCSSProperty prop, int32_t side, TMeasure& m);
   bool PaddingOfShorthand(int32_t side, TMeasure& m);
   float HorizontalPaddingPx(TCSSProperty prop, int32_t side);
   PCSSValue FontSizeValue() const;

@@ -106,19 +106,18 @@ void TBaseElementStyle::ColumnGap(TMeasure& m) {
   m.FMUnit = muEM;
 }
 
-void TBaseElementStyle::Margin(TCSSProperty prop, TMeasure& m) {
+// A side that is not set is 0; across the line, exactly so.
+void TBaseElementStyle::Side(TCSSProperty prop, TMeasure& m) {
+  constexpr TCSSproperties kAcross{cspMarginLeft, cspMarginRight, cspPaddingLeft, cspPaddingRight};
   GetMeasureProp(prop, m, ContainerWidth(), true, false);
   if (PropertySet.Contains(prop)) return;
   m.Flags = {mfNotAuto, mfInitial};
-  if (prop == cspMarginLeft || prop == cspMarginRight) m.Flags.Include(mfZero);
+  if (kAcross.Contains(prop)) m.Flags.Include(mfZero);
 }
 
-void TBaseElementStyle::Padding(TCSSProperty prop, int32_t side, TMeasure& m) {
-  const bool horizontal = side % 2 != 0;
-  GetMeasureProp(prop, m, ContainerWidth(), true, false);
-  if (PropertySet.Contains(prop)) return;
-  m.Flags = {mfNotAuto, mfInitial};
-  if (horizontal) PaddingOfShorthand(side, m);
+void TBaseElementStyle::HorizontalPadding(TCSSProperty prop, int32_t side, TMeasure& m) {
+  Side(prop, m);
+  if (!PropertySet.Contains(prop)) PaddingOfShorthand(side, m);
 }
 
 // With two tokens the second, with four that of the side.
@@ -227,14 +226,19 @@ bool TBaseElementStyle::BorderPresent() const {
 }
 
 bool TBaseElementStyle::BorderOneStyle() {
-  if (!GeneralProps.Contains(cgBorder)) return true;
-  for (int32_t side = 1; side < 4; ++side)
-    if (BorderSideStyle(side) != BorderSideStyle(0) || BorderWidthPx(side) != BorderWidthPx(0)) return false;
   constexpr TCSSproperties kColors{cspBorderColor, cspBorderTopColor, cspBorderRightColor,
                                    cspBorderBottomColor, cspBorderLeftColor};
-  if ((PropertySet * kColors).Empty()) return true;
+  if (!GeneralProps.Contains(cgBorder)) return true;
+  const TLineStyle style = BorderSideStyle(0);
   for (int32_t side = 1; side < 4; ++side)
-    if (BorderSideColor(side) != BorderSideColor(0)) return false;
+    if (BorderSideStyle(side) != style) return false;
+  const float width = BorderWidthPx(0);
+  for (int32_t side = 1; side < 4; ++side)
+    if (BorderWidthPx(side) != width) return false;
+  if ((PropertySet * kColors).Empty()) return true;
+  const uint32_t color = BorderSideColor(0);
+  for (int32_t side = 1; side < 4; ++side)
+    if (BorderSideColor(side) != color) return false;
   return true;
 }
 
@@ -258,25 +262,25 @@ void TBaseElementStyle::Radius(TCSSProperty corner, TMeasure& x, TMeasure& y) {
                       FElement->BorderLeft + FElement->BorderRight;
   const float height = FElement->InnerHeight + FElement->PaddingTop + FElement->PaddingBottom +
                        FElement->BorderTop + FElement->BorderBottom;
+  const auto read = [this](const TCSSValue& value, int32_t index, float reference, TMeasure& m) {
+    TMeasure length = m;
+    length.Parent = &reference;
+    DecodeToken(value, index, length);
+    if (length.Relative()) ToPixels(length);
+    length.Parent = nullptr;
+    m = length;
+  };
   for (const PCSSValue value : FProps) {
     if ((value->Prop->Prop != corner && value->Prop->Prop != cspBorderRadius) || value->Tokens.Empty())
       continue;
-    DecodeToken(*value, 0, x);
-    y = x;
     const TCSSTokens& tokens = value->Tokens;
-    const TCSSToken* slash = std::find_if(tokens.begin(), tokens.end(),
-                                          [](const TCSSToken& token) { return token.CType == ctSlash; });
-    if (slash != tokens.end() && slash + 1 != tokens.end() && !x.Calc)
-      DecodeToken(*value, static_cast<int32_t>(slash - tokens.begin()) + 1, y);
+    // Inside of a function a slash divides.
+    int32_t slash = tokens[0].CType == ctFunction ? tokens.Count() : 1;
+    while (slash < tokens.Count() && tokens[slash].CType != ctSlash) ++slash;
+    read(*value, 0, width, x);
+    read(*value, slash + 1 < tokens.Count() ? slash + 1 : 0, height, y);
     break;
   }
-  const auto resolve = [](TMeasure& m, const float& reference) {
-    m.Parent = &reference;
-    if (m.Relative()) m.SetFPixels(m.GetFPixels());
-    m.Parent = nullptr;
-  };
-  resolve(x, width);
-  resolve(y, height);
 }
 
 void TBaseElementStyle::MaxBorderRadiusXY(float& x, float& y) {

@@ -34,7 +34,8 @@ bool TakesLinesOfBlock(const TBaseElementStyle& style) {
 
 // The declaration that says it; null where the size is that of the parent.
 PCSSValue TBaseElementStyle::FontSizeValue() const {
-  if ((PropertySet * TCSSproperties{cspFontSize, cspFont}).Empty()) return nullptr;
+  constexpr TCSSproperties kProps{cspFontSize, cspFont};
+  if ((PropertySet * kProps).Empty()) return nullptr;
   for (const PCSSValue value : FProps)
     if (value->Prop->Prop == cspFontSize || value->Prop->Prop == cspFont) return value;
   return nullptr;
@@ -68,7 +69,8 @@ void TBaseElementStyle::FontSize(TMeasure& m) {
 
 // Of this element only.
 bool TBaseElementStyle::OwnLineHeight(TMeasure& m) {
-  if ((PropertySet * TCSSproperties{cspLineHeight, cspFont}).Empty()) return false;
+  constexpr TCSSproperties kProps{cspLineHeight, cspFont};
+  if ((PropertySet * kProps).Empty()) return false;
   for (const PCSSValue value : FProps) {
     if (value->Inherit || value->Tokens.Empty()) continue;
     if (value->Prop->Prop == cspLineHeight) {
@@ -89,6 +91,7 @@ bool TBaseElementStyle::OwnLineHeight(TMeasure& m) {
 void TBaseElementStyle::LineHeight(TMeasure& m) {
   constexpr TMeasureFlags kNormal{mfNotAuto, mfInitial};
   m.Init(this);
+  m.Parent = &IntFontSize;
   m.FMUnit = muNone;
   m.Flags = {mfInitial};
   const bool isInline = TakesLinesOfBlock(*this);

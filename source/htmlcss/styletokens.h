@@ -2,6 +2,7 @@
 
 #include "htmlcss/cssenums.h"
 #include "htmlcss/csstoken.h"
+#include "htmlcss/measure.h"
 #include "htruntime/rounding.h"
 #include "htutils/enumlookup.h"
 
@@ -32,6 +33,13 @@ inline const TLineWidthWord* FindLineWidth(const TCSSToken& token) {
 
 inline bool FindLineStyle(const TCSSToken& token, TLineStyle& style) {
   return token.CType == ctIdent && IsEnum2(u"ls", token.Name, style);
+}
+
+/// Makes a measure what it comes to now, free of what it refers to.
+inline void ToPixels(TMeasure& m) {
+  const float pixels = m.GetFPixels();
+  m.Calc = nullptr;
+  m.SetFPixels(pixels);
 }
 
 /// To the nearest whole number, of two the even one, within the range of the type.

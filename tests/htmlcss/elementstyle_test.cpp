@@ -153,6 +153,7 @@ const TCase kKeywords[] = {
     {VALUE(ListStyleType), u"", u"", "lstDisc"}, {VALUE(ListStyleType), u"list-style-type:lower-roman", u"", "lstLowerRoman"},
     {VALUE(PointerEvents), u"pointer-events:none", u"", "peAuto"}, {VALUE(PointerEvents), u"", u"pointer-events:none", "peNone"},
     {VALUE(UnicodeBidi), u"unicode-bidi:isolate", u"", "ubNormal"}, {VALUE(BreakAfter), u"", u"break-after:avoid-column", "cbaAvoidColumn"},
+    {VALUE(Cursor), u"cursor:pointer", u"cursor:inherit", "ecPointer"}, {VALUE(Cursor), u"", u"cursor:inherit", "ecAuto"}, {VALUE(TextTransform), u"", u"text-transform:inherit", "cttNone"},
     {VALUE(BoxSizing), u"box-sizing:border-box", u"", "bsContentbox"}, {VALUE(BoxSizing), u"box-sizing:border-box", u"box-sizing:inherit", "bsBorderbox"},
     {VALUE(TextTransform), u"text-transform:uppercase", u"", "cttUpperCase"}, {VALUE(TextTransform), u"text-transform:uppercase", u"text-transform:none", "cttNone"},
     {VALUE(TextDecorationLine), u"text-decoration-line:underline", u"", "tlNone"},
@@ -179,6 +180,7 @@ const TCase kLengths[] = {
     {LENGTH(BorderSpacingX), u"", u"border-spacing:10% 3px", "4"}, {LENGTH(BorderSpacingY), u"", u"border-spacing:10% 3px", "3"},
     {LENGTH(BorderSpacingY), u"", u"border-spacing:7px", "7"}, {LENGTH(ColumnWidth), u"", u"column-width:10%", "5"},
     {LENGTH(ColumnGap), u"", u"", "10"}, {LENGTH(ColumnGap), u"", u"column-gap:4px", "4"}, {LENGTH(BackgroundPositionY), u"", u"background-position-y:50%", "20"},
+    {[](TBaseElementStyle& s) { return Show(s.MarginTopPx() == 1e30f); }, u"", u"margin-top:9e37em", "yes"}, {LENGTH(LetterSpacing), u"letter-spacing:2px", u"letter-spacing:inherit", "2"}, {LENGTH(Width), u"width:9px", u"width:inherit", "auto"},
     {LENGTH(MarginTop), u"", u"", "0"}, {LENGTH(MarginTop), u"", u"margin-top:10%", "20"}, {LENGTH(MarginLeft), u"", u"margin-left:auto", "auto"},
     {VALUE(MarginTopPx), u"", u"margin-top:10%", "20"}, {VALUE(MarginLeftPx), u"", u"margin:1px 2em", "20"}, {VALUE(MarginLeftPx), u"margin:3px", u"", "0"},
     {LENGTH(PaddingTop), u"", u"padding-top:10%", "20"}, {LENGTH(PaddingLeft), u"", u"padding:1px 2px", "2"}, {VALUE(PaddingRightPx), u"", u"padding:1px 2px 3px 4px", "2"},
@@ -201,6 +203,7 @@ const TCase kBorders[] = {
     {VALUE(BorderOneStyle), u"", u"", "yes"}, {VALUE(BorderOneStyle), u"", u"border:1px solid red", "yes"},
     {VALUE(BorderOneStyle), u"", u"border:1px solid;border-left-width:2px", "no"}, {VALUE(BorderOneStyle), u"", u"border:1px solid;border-left-color:red", "no"},
     {PAIR(BorderTopLeftRadius), u"", u"", "0 0"}, {PAIR(BorderTopLeftRadius), u"", u"border-radius:10%", "5 4"},
+    {PAIR(BorderTopLeftRadius), u"", u"border-radius:4px / 10%", "4 4"}, {PAIR(BorderTopLeftRadius), u"", u"border-top-left-radius:calc(10% + 1px)", "6 5"},
     {PAIR(BorderTopRightRadius), u"", u"border-top-right-radius:3px", "3 3"}, {PAIR(BorderTopRightRadius), u"border-radius:5px", u"", "0 0"},
     {VALUE(MaxBorderRadius), u"", u"border-radius:1px;border-top-left-radius:9px", "9"},
     {[](TBaseElementStyle& s) { return Show(s.BorderOneRadius(3, 3, 5)); }, u"", u"border-radius:3.05px", "yes"},
@@ -230,7 +233,7 @@ const TCase kOthers[] = {
     {COLOR(TextDecorationColor), u"text-decoration-color:lime;color:blue", u"", "FF0000FF"},
     {COLOR(BackgroundColor), u"background-color:red", u"", "00000000"}, {COLOR(BackgroundColor), u"background-color:red", u"background-color:inherit", "FFFF0000"},
     {VALUE(BackgroundPresent), u"", u"background-color:red", "yes"}, {VALUE(BackgroundPresent), u"", u"background-color:none", "no"}, {VALUE(BackgroundPresent), u"", u"background-color:inherit", "no"},
-    {VALUE(Opacity), u"opacity:.5", u"", "1"}, {VALUE(Opacity), u"", u"opacity:.5", ".5"},
+    {VALUE(Opacity), u"", u"opacity:40%", ".4"}, {VALUE(Opacity), u"", u"opacity:red", "1"}, {VALUE(Opacity), u"opacity:.5", u"", "1"}, {VALUE(Opacity), u"", u"opacity:.5", ".5"},
     {VALUE(ColumnCount), u"", u"column-count:2.5", "2"}, {VALUE(ColumnCount), u"column-count:3", u"", "1"}, {VALUE(FlexShrink), u"", u"", "1"}, {VALUE(FlexGrow), u"", u"flex-grow:2", "2"},
     {ColumnRule, u"", u"column-rule:thick dashed red", "5 lsDashed FFFF0000"}, {ColumnRule, u"", u"column-rule:2px solid", "2 lsSolid 00000000"},
     {VALUE(FontFamily), u"font-family:\"Two Words\", serif", u"", "Two Words"}, {VALUE(FontFamily), u"font-family:Arial Black", u"", "Arial Black"},
@@ -319,6 +322,8 @@ TEST(ElementStyle, Changes) {
                {u"color:red;width:1px", u"color:red", "clr"},
                {u"content:a", u"content:b", "---"},
                {u"opacity:.5", u"opacity:.6", "c-r"},
+               {u"font-size:medium", u"font-size:medium", "---"},
+               {u"transition-duration:#fff", u"transition-duration:#fff", "---"},
                {u"float:left", u"float:right", "c-r"},
                {u"width:var(--a)", u"width:var(--b)", "clr"},
                {u"filter:a", u"filter:b", "c-r"}};
@@ -331,6 +336,51 @@ TEST(ElementStyle, Changes) {
     EXPECT_EQ(std::string(changed ? "c" : "-") + (layout ? "l" : "-") + (repaint ? "r" : "-"), c.Expected)
         << HtToUtf8(c.Before) << " > " << HtToUtf8(c.After);
   }
+}
+
+// A style that knows the variables --c, a color, and --l, a length.
+class TVariableStyle final : public TBaseElementStyle {
+  HT_CLASS(TVariableStyle, TBaseElementStyle)
+
+ public:
+  TVariableStyle() {
+    FSheet.Parse(u"a{left:calc(10% + 1em);color:lime}");
+    FElement = &FNode;
+    FNode.InnerWidth = 200;
+    FNode.Container = &FNode;
+    IntFontSize = 10;
+  }
+  void GetCSSVariable(TCSSTokenSequence& sequence) override {
+    const TCSSTokens& tokens = *sequence.Tokens();
+    const hstring name = tokens.Count() > 2 ? tokens[2].Name : hstring();
+    if (name == u"--l")
+      sequence.InitStore(FSheet.GetSection(0)->ValuebyName(u"left"));
+    else if (name == u"--c")
+      sequence.InitStore(FSheet.GetSection(0)->ValuebyName(u"color"));
+    else
+      sequence.Next(sequence.Count);
+  }
+
+ private:
+  TCSSStyleSheet FSheet;
+  TStyledHTMLNode FNode;
+};
+
+TEST(ElementStyle, Variables) {
+  TCSSStyleSheet sheet;
+  sheet.Parse(
+      u"*{margin-left:var(--l);line-height:var(--l);font-size:var(--l);color:var(--c);"
+      u"border-top-left-radius:var(--l);margin-top:var(--none);background-color:var(--none)}");
+  TVariableStyle style;
+  TCSSWeightList list;
+  sheet.GetAllSelectors(list);
+  style.ApplyValue(list, false);
+  EXPECT_EQ(style.MarginLeftPx(), 30);
+  EXPECT_EQ(style.MarginTopPx(), 0);
+  EXPECT_EQ((LENGTH(LineHeight))(style), "11");
+  EXPECT_EQ((LENGTH(FontSize))(style), "11");
+  EXPECT_EQ((PAIR(BorderTopLeftRadius))(style), "30 10");
+  EXPECT_EQ(Hex(style.TextColor()) + Hex(style.BackgroundColor()), "FF00FF0000000000");
 }
 
 TEST(ElementStyle, LastValues) {
