@@ -35,7 +35,8 @@ struct TStyleChanges {
 ///   for (TDocumentNode* changed : page.UpdateStyles().Layout) …
 ///
 /// It does no layout: boxes are empty, and percentages refer to nothing, unless HtCalcWidths (widths.h) helps. Styles refer
-/// to the sheets of the document; a subtree that is taken out is not asked for them. One thread at a time.
+/// to the sheets of the document; a subtree that is taken out is not asked for them until it is in a document again. One
+/// thread at a time.
 class TDocument : public TDocumentNode {
   HT_CLASS(TDocument, TDocumentNode)
 

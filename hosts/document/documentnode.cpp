@@ -66,7 +66,21 @@ bool TDocumentNode::SetAttribute(const hstring& name, const hstring& value) {
 
 void TDocumentNode::SetParent(THtNode* parent) {
   TStyledHTMLNode::SetParent(parent);
-  if (parent) StyleChanged(true);
+  if (!parent) return;
+  ForgetStyles();
+  StyleChanged(true);
+}
+
+// A subtree that comes from elsewhere may have declarations of sheets that are no longer there.
+void TDocumentNode::ForgetStyles() {
+  for (THtNode* node = this; node; node = node->NextNodeBelow(this)) {
+    auto& joining = static_cast<TDocumentNode&>(*node);
+    if (!joining.Container) continue;
+    joining.ResetStyle(true);
+    joining.Flags.Exclude(efStyleCalculated);
+    joining.Container = joining.Before = joining.After = nullptr;
+    joining.FGenerated.reset();
+  }
 }
 
 THtNode* TDocumentNode::InternalAddChild(const THtNodeClass* nodeClass) {

@@ -66,6 +66,7 @@ class TDocumentNode : public TStyledHTMLNode {
   };
 
   void ChildrenChanged();
+  void ForgetStyles();
 
   std::unique_ptr<TGenerated> FGenerated;
   bool FStyleBelow = false;    // with the style of this node, those of all below are to be resolved

@@ -1,7 +1,6 @@
 #include "document/documentsheets.h"
 
 #include <algorithm>
-#include <unordered_set>
 
 #include "document/variables.h"
 #include "htmlcss/cssparser.h"
@@ -61,12 +60,21 @@ hstring Joined(const TCSSTokens& tokens) {
   return text;
 }
 
-// The library does not know `:root`. Where a selector begins with it, it is the element "html" to us, with the weight
-// of a pseudo-class.
+// Whether the text of a selector begins with `:root`, of which the library knows no more than of `:foo`. Negations and
+// conditions may follow in the compound, but no other pseudo-class.
+bool BeginsWithRoot(std::u16string_view selector) {
+  constexpr std::u16string_view kRoot = u":root", kNegation = u":not(";
+  if (!selector.starts_with(kRoot)) return false;
+  selector.remove_prefix(kRoot.size());
+  const std::u16string_view rest = selector.substr(0, selector.find_first_of(u" \t\r\n\f>+~,{"));
+  if (rest.empty() || rest.starts_with(kNegation)) return true;
+  return std::u16string_view(u".#[").find(rest[0]) != rest.npos && rest.find(u':') == rest.npos;
+}
+
+// Makes it the element "html", with the weight of a pseudo-class.
 void FindRoot(TCSSSelector& selector, std::u16string_view source) {
-  constexpr std::u16string_view kRoot = u":root";
-  if (selector.StartPos < 1 || !source.substr(static_cast<size_t>(selector.StartPos) - 1).starts_with(kRoot))
-    return;
+  const auto start = static_cast<size_t>(std::max(selector.StartPos, 1)) - 1;
+  if (start >= source.size() || !BeginsWithRoot(source.substr(start))) return;
   TCSSSelector* first = &selector;
   while (first->Parent) first = first->Parent.get();
   if (!first->Tag.Empty() || !first->Pseudos.Contains(pcUnknown)) return;
@@ -82,8 +90,8 @@ void TDocumentSheets::Add(const hstring& text, const hstring& baseURL) { FAdded.
 
 void TDocumentSheets::Collect(const THtNode& root, const hstring& baseURL, const TDocumentView& view) {
   FView = view;
-  FBefore.swap(FSheets);
-  FSheets.clear();
+  FBefore.merge(FSheets);
+  FTaken.clear();
   FAuthor = std::make_unique<TCSSStyleSheet>();
   FHasVariables = FHasSiblingRules = false;
   FUsedPseudos = {};
@@ -116,7 +124,7 @@ void TDocumentSheets::AddElement(const THtNode& node, const hstring& baseURL, st
 }
 
 void TDocumentSheets::AddWithImports(TSheet& sheet, std::vector<TSheet*>& lastFirst, int32_t depth) {
-  if (std::exchange(sheet.IsTaken, true)) return;
+  if (!FTaken.insert(&sheet).second) return;
   lastFirst.push_back(&sheet);
   if (depth == kMaxImportDepth) return;
   for (auto import = sheet.Imports.rbegin(); import != sheet.Imports.rend(); ++import)
@@ -124,7 +132,6 @@ void TDocumentSheets::AddWithImports(TSheet& sheet, std::vector<TSheet*>& lastFi
 }
 
 void TDocumentSheets::File(TSheet& sheet) {
-  sheet.IsTaken = false;
   FAuthor->Assign(sheet.Rules);
   FHasVariables |= sheet.HasVariables;
   for (int32_t i = 0; i < sheet.Rules.fSections.GetCount(); ++i)

@@ -4,6 +4,7 @@
 #include <memory>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "htmlcss/stylesheet.h"
@@ -57,7 +58,6 @@ class TDocumentSheets {
     TCSSStyleSheet Rules;
     std::vector<TImport> Imports;
     bool HasVariables = false;
-    bool IsTaken = false;  // while sheets are put into order
   };
   using TSheets = std::unordered_map<std::u16string_view, std::unique_ptr<TSheet>>;
 
@@ -72,7 +72,8 @@ class TDocumentSheets {
   bool MediaHold(const hstring& media) const;
 
   TSheets FSheets;
-  TSheets FBefore;  // of the collection before this one
+  std::unordered_set<const TSheet*> FTaken;  // while sheets are put into order
+  TSheets FBefore;                           // to which styles may still point
   std::unique_ptr<TCSSStyleSheet> FAuthor = std::make_unique<TCSSStyleSheet>();
   std::vector<std::pair<hstring, hstring>> FAdded;  // text and base address
   TDocumentView FView;

@@ -2,6 +2,7 @@
 
 #include <memory>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
 #include "htmlcss/stylesheet.h"
@@ -28,7 +29,7 @@ class TVariables {
   static bool Resolve(const TDocumentNode& element, const TCSSTokens& tokens, TCSSTokens& result);
 
   /// Sets apart what was compiled so far, before all elements get new styles; frees it after that.
-  void Retire() { FCompiled.swap(FRetired); }
+  void Retire() { FRetired.push_back(std::exchange(FCompiled, {})); }
   void DropRetired() { FRetired.clear(); }
 
  private:
@@ -43,7 +44,7 @@ class TVariables {
   TCSSValues& Compiled(const TCSSValue& value, const TCSSTokens& tokens);
 
   TCompiled FCompiled;
-  TCompiled FRetired;
+  std::vector<TCompiled> FRetired;
   TCSSWeightList FList;            // the list under construction
   std::vector<PCSSValue> FFailed;  // its values that make their property unset
 };

@@ -168,6 +168,8 @@ TEST(Document, CustomProperties) {
       {":root{--c:#000001} [theme=dark]{--c:#000002} p{color:var(--c)}", 1, 0},
       {":root #d{--c:#000001} p{color:var(--c)}", 1, 0},
       {":foo{--c:#000001} p{color:var(--c,#000002)}", 2, 0},
+      {":rooted{--c:#000001} :root:foo{--c:#000001} p{color:var(--c,#000002)}", 2, 0},
+      {":root[lang]{--c:#000001} :root:not(.x) p{color:var(--c,#000002)}", 2, 0},
       {"div{--c:#000001} .c{--c:#000003} p{--c:#000002;color:var(--c)}", 3, 0},
       {"div{--c:#000001} p{color:var(--C,#000004)}", 4, 0},
       {"p{color:var(--x,var(--y,#000005))}", 5, 0},
@@ -326,6 +328,32 @@ TEST(Document, WhatAChangeAsksFor) {
     EXPECT_LE(changes.Resolved, most) << what;
     EXPECT_TRUE(page.UpdateStyles().Empty()) << what;
   }
+}
+
+TEST(Document, SheetsMayGo) {
+  TPage page(
+      "<!doctype "
+      "html><html><head><style>p{color:#000001;width:var(--w)}</style></head><body><div><p>x</div>");
+  TDocumentNode& body = page.Find("body");
+  TDocumentNode& taken = page.Find("div");
+  body.GetNodes()->RemoveItem(&taken);
+  page.Find("style").SetContent(u"p{color:#000002}"_hs);
+  page.SheetsChanged();
+  page.UpdateStyles();
+  body.AddNode(std::unique_ptr<THtNode>(&taken));
+  EXPECT_EQ(page.UpdateStyles().Layout.size(), 2u);
+  EXPECT_EQ(page.Color("p"), 2u);
+
+  // A pass that is broken off is made up for.
+  page.Find("style").SetContent(u"@import 'x'; p{color:#000003}"_hs);
+  const TDocumentSheets::TLoader loader = page.Sheets().Loader;
+  page.Sheets().Loader = [](const hstring&) -> hstring { throw EHtException(u"no"); };
+  page.SheetsChanged();
+  EXPECT_THROW(page.UpdateStyles(), EHtException);
+  EXPECT_THROW(page.UpdateStyles(), EHtException);
+  page.Sheets().Loader = loader;
+  EXPECT_EQ(page.UpdateStyles().Repaint.size(), 1u);
+  EXPECT_EQ(page.Color("p"), 3u);
 }
 
 TEST(Document, Widths) {
