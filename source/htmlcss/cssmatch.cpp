@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <unordered_set>
+#include <utility>
 
 #include "htmlcss/stylesheet.h"
 
@@ -138,6 +139,7 @@ class TChainSearch {
       std::swap(FNow, FNext);
       FNext->Clear();
       FVisited.clear();
+      FMayRepeat = FNow->Count() > 1;
       for (size_t i = 0; i < FNow->Count(); ++i)
         if (Explore(*compound, (*FNow)[i])) return true;
     }
@@ -146,26 +148,31 @@ class TChainSearch {
 
   enum TWay : uintptr_t { kAnyWay, kOnlyParent, kRow };
 
-  // Whether the compound has not come this way yet. Few steps are cheaper repeated than remembered.
+  // Whether the compound has not come this way yet. Few steps are cheaper repeated than remembered, and from one start
+  // none repeats.
   bool IsNew(const TStyledHTMLNode* node, TWay way) {
-    return ++FSteps <= kFreeSteps || FVisited.insert(reinterpret_cast<uintptr_t>(node) | way).second;
+    return !FMayRepeat || ++FSteps <= kFreeSteps ||
+           FVisited.insert(reinterpret_cast<uintptr_t>(node) | way).second;
   }
 
   bool Explore(const TCSSSelector& compound, const TStart& start) {
     if (start.Kind == TStart::stNode) return Climb(compound, start.Node, start.Index, start.Position);
+    bool parentDone = false;
     for (int32_t i = start.Index; i >= 0; --i) {
       auto* child = static_cast<TStyledHTMLNode*>(start.Node->THtNode::GetNode(i));
       if (start.Kind == TStart::stElements && child->GetTag().Empty()) continue;
       if (!IsNew(child, kRow)) break;
       const size_t before = FNext->Count();
-      if (Climb(compound, child, i, start.Position)) return true;
+      if (Climb(compound, child, i, start.Position, &parentDone)) return true;
       // What the children before this one lead to, too, is known now.
       if (FNext->Count() > before && compound.Position == spAllSiblings) break;
     }
     return false;
   }
 
-  bool Climb(const TCSSSelector& compound, TStyledHTMLNode* node, int32_t index, TSelectorPosition position) {
+  // With `parentDone` the node is one of a row, and only the first that gets to their parent goes on there.
+  bool Climb(const TCSSSelector& compound, TStyledHTMLNode* node, int32_t index, TSelectorPosition position,
+             bool* parentDone = nullptr) {
     for (; node; node = ParentOf(*node), index = -1) {
       if (!IsNew(node, position == spChild ? kOnlyParent : kAnyWay)) return false;
       const TCSSPseudo current = HtPseudosFor(compound, *node, FPseudos);
@@ -180,6 +187,8 @@ class TChainSearch {
         GoAside(compound, *node, index);
         return false;
       }
+      if (parentDone && std::exchange(*parentDone, true)) return false;
+      parentDone = nullptr;
     }
     return false;
   }
@@ -215,6 +224,7 @@ class TChainSearch {
   TStarts* FNow = &FFirst;
   TStarts* FNext = &FSecond;
   size_t FSteps = 0;
+  bool FMayRepeat = false;
   std::unordered_set<uintptr_t> FVisited;  // by this compound; the low bits are the way
 };
 

@@ -25,6 +25,12 @@ void LetGo(TCSSStyleSheet* sheet) {
     delete sheet;
 }
 
+bool HasValue(const TCSSStyleSheet& sheet, const hstring& name) {
+  for (int32_t i = 0; i < sheet.fSections.GetCount(); ++i)
+    if (sheet.GetSection(i)->ItembyName(name)) return true;
+  return false;
+}
+
 // What the style was is kept for the comparison with what it becomes; the next pass starts afresh.
 void KeepLastProps(TBaseElementStyle* style) {
   if (style && style->FLastProps.empty()) style->SaveLastProps();
@@ -100,7 +106,7 @@ void TStyledHTMLNode::AddCSS(const hstring& text, bool setAttribute, int32_t wei
 }
 
 void TStyledHTMLNode::ClearCSS(const hstring& name, bool setAttribute) {
-  if (!SelfStyleSheet || SelfStyleSheet->ValuebyName(name).Empty()) return;
+  if (!SelfStyleSheet || !HasValue(*SelfStyleSheet, name)) return;
   ChangeableSelfStyle().ClearProp(name);
   SelfStyleChanged(setAttribute);
 }

@@ -216,6 +216,9 @@ TEST(StyledNode, OwnSheet) {
   node.SelfStyleSheet->GetElementSelectors(node, list, &node.SelfStyleSheet->Main, {});
   EXPECT_EQ(list.GetCount(), 2);
   EXPECT_EQ(Text(list.GetValue(0)->Tokens[0].Name), "5px");
+  node.AddCSS(u"right:5px"_hs, false, 7);
+  node.ClearCSS(u"right"_hs, true);
+  EXPECT_EQ(OwnOf(node), "top:1px;top:5px;");
   node.ClearSelfStyleSheet();
   EXPECT_TRUE(!node.SelfStyleSheet && !node.Flags.Contains(efSelfStyleProcessed));
 }
