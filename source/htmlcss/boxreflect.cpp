@@ -12,6 +12,7 @@ constexpr int32_t kToFirstArgument = 2;  // over the name and "("
 void DecodeMask(TCSSTokenSequence& sequence, TGradient& mask, TBaseElementStyle* style) {
   mask.Stops.clear();
   if (!sequence.Next(kToFirstArgument)) return;
+  if (sequence.T->Name == u"to" && !sequence.Next()) return;
   if (sequence.T->CType == ctIdent && IsEnum2(u"gs", sequence.T->Name, mask.Direction)) {
     mask.Angle = GradientAngle(mask.Direction);
     sequence.Next();
@@ -41,6 +42,7 @@ void TBoxReflect::Assign(const TBoxReflect& other) {
   Kind = other.Kind;
   Offset.Assign(other.Offset);
   Mask = other.Mask;
+  Mask.SetStyle(Offset.Style);
 }
 
 }  // namespace ht

@@ -36,7 +36,10 @@ void TTransform::Decode(TCSSTokenSequence& sequence) {
     }
     if (kTwoArguments.Contains(type) && item.Values.size() == 1) {
       item.Values.push_back(item.Values[0]);
-      if (type != ttScale) item.Values[1].SetValue(0);
+      if (type != ttScale) {
+        item.Values[1].FValue = 0;
+        item.Values[1].Calc = nullptr;
+      }
     }
     Items.push_back(std::move(item));
     sequence.Next();

@@ -7,6 +7,22 @@
 
 namespace ht {
 
+namespace {
+
+void DecodePosition(const TCSSTokens& tokens, int32_t index, TMeasure& measure) {
+  if (index < 0) return;
+  if (tokens[index].CType == ctNumber) {
+    measure.SetDecoded({});
+    measure.SetPixels(RoundToInt(tokens[index].AsFloat()));
+    return;
+  }
+  TCSSTokenSequence sequence(&tokens);
+  sequence.Next(index);
+  measure.Decode(sequence);
+}
+
+}  // namespace
+
 // The tokens that give the position, by their index; -1 where there is none.
 struct TElementBackground::TPosition {
   int32_t X = -1, Y = -1;
@@ -32,12 +48,13 @@ void TElementBackground::Assign(const TElementBackground& other) {
   Attachment = other.Attachment;
   SizeMode = other.SizeMode;
   BaseURL = other.BaseURL;
-  SizeX.Assign(other.SizeX);
-  SizeY.Assign(other.SizeY);
-  PositionX.Assign(other.PositionX);
-  PositionY.Assign(other.PositionY);
-  Gradient.CenterX.Style = Gradient.CenterY.Style = FStyle;
-  for (TGradientStop& stop : Gradient.Stops) stop.Position.Style = FStyle;
+  for (const auto member : {&TElementBackground::SizeX, &TElementBackground::SizeY,
+                            &TElementBackground::PositionX, &TElementBackground::PositionY}) {
+    TMeasure& own = this->*member;
+    own.SetDecoded(other.*member);
+    if (!FStyle) own.Parent = (other.*member).Parent;
+  }
+  Gradient.SetStyle(FStyle);
 }
 
 void TElementBackground::Reset() {
@@ -76,7 +93,7 @@ bool TElementBackground::ParseFunction(TCSSTokenSequence& sequence) {
     sequence.ReadColor(color);
     return true;
   }
-  while (sequence.Next() && sequence.T->CType != ctClosePar) continue;
+  while (sequence.Next() && sequence.T->CType != ctCloseBr) continue;
   return true;
 }
 
@@ -93,8 +110,7 @@ bool TElementBackground::ParseToken(TCSSTokenSequence& sequence, TPosition& posi
       return true;
     case ctHash: sequence.ReadColor(color); return true;
     case ctNumber:
-    case ctDimension:
-    case ctPercentage: position.Add(sequence.Index); return true;
+    case ctDimension: position.Add(sequence.Index); return true;
     case ctURI:
       Image = token.Name.View().starts_with(u"data:") ? token.Name : HTTPDecode(token.Name);
       return true;
@@ -110,20 +126,10 @@ void TElementBackground::Parse(TCSSTokenSequence& sequence) {
   TPosition position;
   for (; sequence.T && sequence.T->CType != ctComma; sequence.Next())
     if (!ParseToken(sequence, position)) return;
-  const auto decode = [&](int32_t index, TMeasure& measure) {
-    if (index < 0) return;
-    if (tokens[index].CType == ctNumber)
-      return measure.SetFPixels(static_cast<float>(RoundToInt(tokens[index].AsFloat())));
-    if (tokens[index].Name == u"middle") {
-      measure.Parse(u"center");
-      return;
-    }
-    TCSSTokenSequence one(&tokens);
-    one.Next(index);
-    measure.Decode(one);
-  };
-  decode(position.X, PositionX);
-  decode(position.Y, PositionY);
+  DecodePosition(tokens, position.X, PositionX);
+  DecodePosition(tokens, position.Y, PositionY);
+  if (position.Y >= 0 && tokens[position.Y].Name == u"middle")
+    PositionY.SetDecoded({50, muPercent, {mfNotAuto, mfCenter}, nullptr});
 }
 
 }  // namespace ht

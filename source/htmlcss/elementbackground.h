@@ -21,7 +21,7 @@ class TElementBackground : public TObject {
   /// Reads the first layer of a `background`. A vendor's own gradient changes nothing; what is not known is passed over.
   void Parse(TCSSTokenSequence& sequence);
   void DecodeRadialGradient(TCSSTokenSequence& sequence);
-  /// Takes over everything but the style that the measures belong to.
+  /// Takes over everything but what the measures belong to.
   void Assign(const TElementBackground& other);
   /// Leaves neither image nor gradient.
   void Reset();

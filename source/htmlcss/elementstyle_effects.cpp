@@ -71,6 +71,7 @@ void TBaseElementStyle::GetTransform(TTransform& transform, bool withAnimation) 
   transform.Style = this;
   transform.Reset();
   for (TMeasure* origin : {&transform.OriginX, &transform.OriginY}) origin->Flags = {mfNotAuto, mfCenter};
+  if (!withAnimation && !PropertySet.Contains(cspTransform)) return;
   if (const PCSSValue value = FindProp(cspTransform, false)) {
     TCSSTokenSequence sequence(&value->Tokens);
     transform.Decode(sequence);

@@ -27,6 +27,25 @@ bool IsDirection(const TCSSTokenSequence& sequence, TGradientDirection& directio
   return sequence.T && sequence.T->CType == ctIdent && IsEnum2(u"gs", sequence.T->Name, direction);
 }
 
+// Over the arguments of the function on which the sequence stands, to its closing parenthesis.
+void PassArguments(TCSSTokenSequence& sequence) {
+  for (int depth = 0; sequence.Next();) {
+    if (sequence.T->CType == ctOpenPar) ++depth;
+    if (sequence.T->CType == ctClosePar && --depth == 0) return;
+  }
+}
+
+// Whether the current token is a colour; one that is resolved later leaves `color` as it is. The sequence ends on the
+// last token of a function.
+bool DecodeColor(TCSSTokenSequence& sequence, uint32_t& color) {
+  const bool isWord = sequence.T->CType == ctIdent;
+  uint32_t read = kColorInvalid;
+  if (!sequence.ReadColor(read) || (isWord && read == kColorInvalid)) return false;
+  if (read != kColorInvalid) color = read;
+  if (sequence.T && sequence.T->CType == ctFunction) PassArguments(sequence);
+  return true;
+}
+
 void SetPercent(TMeasure& measure, float percent) {
   measure.SetFPixels(percent);
   measure.FMUnit = muPercent;
@@ -70,9 +89,9 @@ bool TGradient::DecodeLinear(TCSSTokenSequence& sequence, TBaseElementStyle* sty
   Stops.clear();
   if (!sequence.Next(kToFirstArgument)) return true;
   DecodeDirection(sequence);
-  const bool read = DecodeStops(sequence, style);
+  if (!DecodeStops(sequence, style)) return false;
   if (Stops.size() > 1) PlaceStops(Stops.size() - 1);
-  return read;
+  return true;
 }
 
 // Up to the first comma: shape and size, which are not kept, and the centre behind "at".
@@ -101,13 +120,13 @@ bool TGradient::DecodeRadial(TCSSTokenSequence& sequence, TBaseElementStyle* sty
   }
   if (!sequence.Next(kToFirstArgument)) return true;
   const int32_t first = sequence.Index;
-  uint32_t color = kColorInvalid;
-  const bool startsWithColor = sequence.ReadColor(color) && color != kColorInvalid;
+  uint32_t color;
+  const bool startsWithColor = DecodeColor(sequence, color);
   sequence.Next(first - sequence.Index);
   if (!startsWithColor) DecodeCenter(sequence);
-  const bool read = DecodeStops(sequence, style);
+  if (!DecodeStops(sequence, style)) return false;
   if (!Stops.empty()) PlaceStops(std::max<size_t>(Stops.size() - 1, 1));
-  return read;
+  return true;
 }
 
 bool TGradient::DecodeStops(TCSSTokenSequence& sequence, TBaseElementStyle* style) {
@@ -117,7 +136,7 @@ bool TGradient::DecodeStops(TCSSTokenSequence& sequence, TBaseElementStyle* styl
       case ctHash:
       case ctFunction: {
         TGradientStop stop;
-        if (!sequence.ReadColor(stop.Color)) return false;
+        if (!DecodeColor(sequence, stop.Color)) return false;
         stop.Position.Init(style);
         Stops.push_back(stop);
         break;
@@ -131,6 +150,11 @@ bool TGradient::DecodeStops(TCSSTokenSequence& sequence, TBaseElementStyle* styl
     if (sequence.Eof) break;
   }
   return true;
+}
+
+void TGradient::SetStyle(TBaseElementStyle* style) {
+  CenterX.Style = CenterY.Style = style;
+  for (TGradientStop& stop : Stops) stop.Position.Style = style;
 }
 
 // Those without a position stand at equal distances.

@@ -28,11 +28,13 @@ struct TGradient {
   std::vector<TGradientStop> Stops;
 
   /// Read a function, on whose name the sequence stands, up to its closing parenthesis. False at what is no colour where
-  /// one should stand; the stops read so far are kept.
+  /// one should stand; the stops read so far are kept, and not placed.
   bool DecodeLinear(TCSSTokenSequence& sequence, TBaseElementStyle* style);
   bool DecodeRadial(TCSSTokenSequence& sequence, TBaseElementStyle* style);
   /// Colours, each with or without a position.
   bool DecodeStops(TCSSTokenSequence& sequence, TBaseElementStyle* style);
+  /// Has the lengths belong to another style.
+  void SetStyle(TBaseElementStyle* style);
 
  private:
   void DecodeDirection(TCSSTokenSequence& sequence);
