@@ -301,6 +301,12 @@ class TStyledHTMLNode : public THtmlNode {
   TIntf<IHtNodeList> JQuery(const hstring& selector, bool stopAtFirst = false);
   /// Calls `proc` for each of them.
   void JQuery(const hstring& selector, const THtNodeProcRef& proc);
+  /// The same for any callable. A lambda without captures is also a pointer, and so a bool, but for this overload.
+  template <std::invocable<THtNode*, bool&> TProc>
+  void JQuery(const hstring& selector, TProc&& proc) {
+    const THtNodeProcRef walk = std::ref(proc);
+    JQuery(selector, walk);
+  }
 
   // Fields, those first that are read when rules are matched.
 
