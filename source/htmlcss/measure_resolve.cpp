@@ -175,7 +175,7 @@ int32_t TMeasure::GetPixels() {
 
 void TMeasure::DecodeCalc() {
   constexpr int32_t kFirstOperand = 2;  // behind `calc` and its parenthesis
-  TMeasure operand;  // starts afresh, so that each use comes to the same
+  TMeasure operand;                     // starts afresh, so that each use comes to the same
   operand.Init(Style);
   operand.Parent = Parent;
   TCalcStacks stacks;
