@@ -65,7 +65,7 @@ bool TCSSAnimation::Step(int32_t elapsed) {
   }
   bool changed = Position < 0 || (NextStep < count && NextStep != CurrentStep);
   TakeNextStep();
-  Position = static_cast<int32_t>(std::max<int64_t>(1, int64_t{Position} + elapsed));
+  Position = static_cast<int32_t>(std::clamp<int64_t>(int64_t{Position} + elapsed, 1, INT32_MAX));
   if (Position > Duration) {
     if (Iterations > 0) --Iterations;
     Position = -1;

@@ -10,10 +10,23 @@ namespace ht {
 
 namespace {
 
-// What is known of one side of the border. Sides count from the top, clockwise.
+// What is known of one side of the border, and the sets of properties that can say its style, colour and width. Sides
+// count from the top, clockwise.
 struct TSide {
+  constexpr TSide(TCSSProperty shorthand, TCSSProperty style, TCSSProperty color, TCSSProperty width,
+                  float TStyledHTMLNode::*nodeWidth)
+      : Shorthand(shorthand),
+        Style(style),
+        Color(color),
+        Width(width),
+        NodeWidth(nodeWidth),
+        Styles{style, cspBorderStyle, shorthand, cspBorder},
+        Colors{color, cspBorderColor, shorthand, cspBorder},
+        Widths{width, cspBorderWidth, shorthand, cspBorder} {}
+
   TCSSProperty Shorthand, Style, Color, Width;
   float TStyledHTMLNode::*NodeWidth;
+  TCSSproperties Styles, Colors, Widths;
 };
 
 constexpr TSide kSides[] = {
@@ -141,7 +154,7 @@ float TBaseElementStyle::HorizontalPaddingPx(TCSSProperty prop, int32_t side) {
 
 TLineStyle TBaseElementStyle::BorderSideStyle(int32_t side) const {
   const TSide& row = kSides[side];
-  if ((PropertySet * TCSSproperties{cspBorderStyle, row.Style, row.Shorthand, cspBorder}).Empty()) {
+  if ((PropertySet * row.Styles).Empty()) {
     const TStyledHTMLNode* table = FDisplay == dsTableCell && FElement ? TableOf(*FElement) : nullptr;
     return table && table->*row.NodeWidth != 0 ? lsSolid : lsNone;
   }
@@ -174,14 +187,13 @@ void TBaseElementStyle::ReadBorderColor(const TCSSValue& value, uint32_t& color)
 
 uint32_t TBaseElementStyle::BorderSideColor(int32_t side) {
   const TSide& row = kSides[side];
-  const TCSSproperties props{row.Color, cspBorderColor, row.Shorthand, cspBorder};
   uint32_t color = FElement ? FElement->DefaultBorderColor() : 0;
   bool inherit = true;
   for (TBaseElementStyle* style = this; inherit && style; style = style->ParentStyle()) {
     if (style->GetTransitionColor(cspBorderColor, color) || style->GetTransitionColor(row.Color, color))
       return color;
     const auto found = std::find_if(style->FProps.begin(), style->FProps.end(),
-                                    [&](PCSSValue value) { return props.Contains(value->Prop->Prop); });
+                                    [&](PCSSValue value) { return row.Colors.Contains(value->Prop->Prop); });
     inherit = found != style->FProps.end() && (*found)->Inherit;
     if (found != style->FProps.end() && !inherit) style->ReadBorderColor(**found, color);
   }
@@ -195,6 +207,7 @@ void TBaseElementStyle::BorderSideWidth(int32_t side, TMeasure& m) {
   m.Flags = {mfInitial};
   m.Parent = ContainerWidth();
   if (GetTransitionMeasure(cspBorderWidth, m) || GetTransitionMeasure(row.Width, m)) return;
+  if ((PropertySet * row.Widths).Empty()) return;
   for (const PCSSValue value : FProps) {
     const TCSSProperty prop = value->Prop->Prop;
     if (prop == row.Width || prop == cspBorderWidth) return m.SetDecoded(value->Value1);
@@ -212,7 +225,7 @@ void TBaseElementStyle::BorderWidth(int32_t side, TMeasure& m) {
 
 float TBaseElementStyle::BorderWidthPx(int32_t side) {
   const TSide& row = kSides[side];
-  if ((PropertySet * TCSSproperties{cspBorder, cspBorderStyle, row.Style, row.Shorthand}).Empty()) return 0;
+  if ((PropertySet * row.Styles).Empty()) return 0;
   TMeasure width;
   BorderWidth(side, width);
   return width.GetFPixels();

@@ -34,8 +34,7 @@ bool TakesLinesOfBlock(const TBaseElementStyle& style) {
 
 // The declaration that says it; null where the size is that of the parent.
 PCSSValue TBaseElementStyle::FontSizeValue() const {
-  constexpr TCSSproperties kProps{cspFontSize, cspFont};
-  if ((PropertySet * kProps).Empty()) return nullptr;
+  if (!PropertySet.Contains(cspFontSize) && !PropertySet.Contains(cspFont)) return nullptr;
   for (const PCSSValue value : FProps)
     if (value->Prop->Prop == cspFontSize || value->Prop->Prop == cspFont) return value;
   return nullptr;
@@ -69,8 +68,7 @@ void TBaseElementStyle::FontSize(TMeasure& m) {
 
 // Of this element only.
 bool TBaseElementStyle::OwnLineHeight(TMeasure& m) {
-  constexpr TCSSproperties kProps{cspLineHeight, cspFont};
-  if ((PropertySet * kProps).Empty()) return false;
+  if (!PropertySet.Contains(cspLineHeight) && !PropertySet.Contains(cspFont)) return false;
   for (const PCSSValue value : FProps) {
     if (value->Inherit || value->Tokens.Empty()) continue;
     if (value->Prop->Prop == cspLineHeight) {
