@@ -99,7 +99,7 @@ void TDocumentSheets::Collect(const THtNode& root, const hstring& baseURL, const
   std::vector<TSheet*> named, lastFirst;
   hstring base = baseURL;
   for (const THtNode* node = &root; node; node = node->NextNodeBelow(&root)) {
-    if (node->GetTag() == u"base" && base == baseURL)
+    if (node->GetTagId() == tgBase && base == baseURL)
       base = Resolved(baseURL, node->GetAttribute(u"href"_hs));
     AddElement(*node, base, named);
   }
@@ -114,7 +114,7 @@ void TDocumentSheets::Collect(const THtNode& root, const hstring& baseURL, const
 
 void TDocumentSheets::AddElement(const THtNode& node, const hstring& baseURL, std::vector<TSheet*>& named) {
   const bool isStyle = node.TagType == htStyle;
-  if (!isStyle && node.GetTag() != u"link") return;
+  if (!isStyle && node.GetTagId() != tgLink) return;
   const hstring rel = node.GetAttribute(u"rel"_hs), type = node.GetAttribute(u"type"_hs);
   if (!isStyle && (!HasWord(rel, u"stylesheet") || HasWord(rel, u"alternate"))) return;
   if (!type.Empty() && !HtSameAscii(type, u"text/css")) return;

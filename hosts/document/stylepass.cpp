@@ -115,16 +115,21 @@ void TStylePass::UpdatePseudoClasses(TDocumentNode& element, bool isFirst, bool 
 
 TCSSPseudo TStylePass::PseudoClassesOfItself(const TDocumentNode& element) const {
   TCSSPseudo result;
+  const auto has = [&element](const hstring& name) { return element.HasAttribute(name); };
   switch (element.GetTagId()) {
     case tgA:
-      if (element.HasAttribute(u"href"_hs)) result.Include(pcLink);
+      if (has(u"href"_hs)) result.Include(pcLink);
       break;
     case tgInput:
-      if (element.HasAttribute(u"checked"_hs)) result.Include(pcChecked);
+      if (has(u"checked"_hs)) result.Include(pcChecked);
       break;
-    default:
-      if (element.GetTag() == u"option" && element.HasAttribute(u"selected"_hs)) result.Include(pcChecked);
-      if (element.GetTag() == u"details" && element.HasAttribute(u"open"_hs)) result.Include(pcChecked);
+    case tgDetails:
+      if (has(u"open"_hs)) result.Include(pcChecked);
+      break;
+    case tgOther:
+      if (element.GetTag() == u"option" && has(u"selected"_hs)) result.Include(pcChecked);
+      break;
+    default: break;
   }
   if (FUsed.Contains(pcEmpty) && IsEmpty(element)) result.Include(pcEmpty);
   return result;
