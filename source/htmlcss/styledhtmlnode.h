@@ -303,6 +303,7 @@ class TStyledHTMLNode : public THtmlNode {
   void JQuery(const hstring& selector, const THtNodeProcRef& proc);
   /// The same for any callable. A lambda without captures is also a pointer, and so a bool, but for this overload.
   template <std::invocable<THtNode*, bool&> TProc>
+    requires(!std::same_as<std::remove_cvref_t<TProc>, THtNodeProcRef>)
   void JQuery(const hstring& selector, TProc&& proc) {
     const THtNodeProcRef walk = std::ref(proc);
     JQuery(selector, walk);
