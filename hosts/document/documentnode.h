@@ -54,6 +54,8 @@ class TDocumentNode : public TStyledHTMLNode {
   bool IsElement() const { return !FTag.Empty() && TagType != htComment && TagType != htDirective; }
   /// Says that the pointer is on the element, that it has the focus and so on: pcHover, pcActive, pcFocus, pcTarget …
   void SetPseudoClass(TCSSPseudoClass pseudo, bool on);
+  /// A child has counters, or had.
+  bool ChildrenHaveCounters() const { return FChildrenHaveCounters; }
   /// The node of `::marker`, where a rule speaks of the marker of this list item; else null. Before and After are the
   /// other generated nodes. Each has a style and one text child, and this node as parent, which does not list it.
   TDocumentNode* Marker() const { return FGenerated ? FGenerated->Marker.get() : nullptr; }
@@ -71,6 +73,7 @@ class TDocumentNode : public TStyledHTMLNode {
   std::unique_ptr<TGenerated> FGenerated;
   bool FStyleBelow = false;    // with the style of this node, those of all below are to be resolved
   bool FChangesBelow = false;  // that of some node below is to be resolved
+  bool FChildrenHaveCounters = false;
 };
 
 }  // namespace ht

@@ -21,8 +21,9 @@ const TCSSCounter* OwnCounter(const TDocumentNode& node, const hstring& name) {
 const TCSSCounter* CounterAt(const TDocumentNode& node, const hstring& name) {
   if (const TCSSCounter* own = OwnCounter(node, name)) return own;
   const TCSSCounter* nearest = nullptr;
-  if (node.GetParent())
-    for (THtNode* sibling = node.GetParent()->FirstChild(); sibling && sibling != &node;
+  const TDocumentNode* parent = node.GetParent();
+  if (parent && parent->ChildrenHaveCounters())
+    for (THtNode* sibling = parent->FirstChild(); sibling && sibling != &node;
          sibling = sibling->NextSibling())
       if (const TCSSCounter* found = OwnCounter(static_cast<TDocumentNode&>(*sibling), name)) nearest = found;
   return nearest;

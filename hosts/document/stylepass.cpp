@@ -174,6 +174,8 @@ void TStylePass::Apply(TDocumentNode& element) {
     FDocument.FVariables.Substitute(element, FList, unset);
   style.ApplyValue(FList, false);
   if (!unset.Empty()) style.DeleteProps(unset);
+  if (element.Flags.Contains(efHasCounters) && element.FParent)
+    element.GetParent()->FChildrenHaveCounters = true;
   if (element.GetTag().Empty()) style.FDisplay = dsBlock;
   TMeasure size;
   style.FontSize(size);
