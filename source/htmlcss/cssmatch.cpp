@@ -9,15 +9,8 @@
 
 namespace ht {
 
-namespace {
-
-TStyledHTMLNode* ParentOf(const TStyledHTMLNode& node) {
-  return static_cast<TStyledHTMLNode*>(node.THtNode::GetParent());
-}
-
-// The index in the parent. Elements are mostly asked in document order, so the one found before in the same parent is
-// near; what is remembered is only a guess, and is checked.
-int32_t IndexInParent(const TStyledHTMLNode& node, const THtNode& parent) {
+// The one found before in the same parent is near; what is remembered is only a guess, and is checked.
+int32_t HtIndexInParent(const TStyledHTMLNode& node, const THtNode& parent) {
   struct TGuess {
     const THtNode* Parent;
     int32_t Index;
@@ -30,8 +23,15 @@ int32_t IndexInParent(const TStyledHTMLNode& node, const THtNode& parent) {
   if (guess.Parent == &parent)
     for (int32_t i = guess.Index; i < std::min(count, guess.Index + kReach); ++i)
       if (parent.GetNode(i) == &node) return guess.Index = i;
-  guess = {&parent, node.NodeIndex()};
-  return guess.Index;
+  const int32_t index = node.NodeIndex();
+  guess = {&parent, std::max(0, index)};
+  return index;
+}
+
+namespace {
+
+TStyledHTMLNode* ParentOf(const TStyledHTMLNode& node) {
+  return static_cast<TStyledHTMLNode*>(node.THtNode::GetParent());
 }
 
 // The nearest sibling with a tag before the index; null if there is none.
@@ -45,7 +45,7 @@ TStyledHTMLNode* ElementBefore(const THtNode& parent, int32_t& index) {
 TStyledHTMLNode* PreviousElement(const TStyledHTMLNode& node) {
   const THtNode* parent = ParentOf(node);
   if (!parent) return nullptr;
-  int32_t index = IndexInParent(node, *parent);
+  int32_t index = HtIndexInParent(node, *parent);
   return ElementBefore(*parent, index);
 }
 
@@ -124,7 +124,7 @@ class TChainSearch {
     if (!StepsAside(selector)) {
       FNext->Push({parent, -1, TStart::stNode, selector.Position});
     } else {
-      const int32_t index = IndexInParent(element, *parent);
+      const int32_t index = HtIndexInParent(element, *parent);
       if (selector.Position == spSibling)
         PushPrevious(*parent, index);
       else
@@ -205,7 +205,7 @@ class TChainSearch {
   void GoAside(const TCSSSelector& compound, const TStyledHTMLNode& node, int32_t index) {
     TStyledHTMLNode* parent = ParentOf(node);
     if (!parent) return;
-    if (index < 0) index = IndexInParent(node, *parent);
+    if (index < 0) index = HtIndexInParent(node, *parent);
     if (compound.Position == spSibling)
       PushPrevious(*parent, index);
     else

@@ -18,6 +18,9 @@ inline TCSSPseudo HtPseudosFor(const TCSSSelector& compound, const TStyledHTMLNo
   return compound.Pseudos.Empty() && compound.Nots.empty() ? pseudos : HtCurrentPseudos(element) + pseudos;
 }
 
+/// The index of a node in its parent; -1 for generated content. Quick where nodes are asked in document order.
+int32_t HtIndexInParent(const TStyledHTMLNode& node, const THtNode& parent);
+
 /// What TCSSStyleSheet::TestElement asks of an element that meets the right-most compound: no negation applies to it,
 /// and the compounds to the left are met. `current` is what counts as present on the element, `pseudos` on all.
 bool HtMeetsRest(TStyledHTMLNode& element, const TCSSSelector& selector, TCSSPseudo current,

@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "htmlcss/cssmatch.h"
 #include "htmlcss/elementstyle.h"
 #include "htmlcss/styledhtmlnode.h"
 #include "htmlpars/htmlencode.h"
@@ -20,6 +21,14 @@ TCSSCounter* FindCounter(const TStyledHTMLNode& node, const hstring& name) {
   if (!node.Flags.Contains(efHasCounters)) return nullptr;
   for (TCSSCounter& counter : node.Counters)
     if (counter.Name == name) return &counter;
+  return nullptr;
+}
+
+// The nearest one of the siblings before the node. Generated content stands before, or behind, all of them.
+TCSSCounter* FindCounterBefore(const TStyledHTMLNode& node, const TStyledHTMLNode& parent,
+                               const hstring& name) {
+  for (int32_t i = &node == parent.After ? parent.GetCount() : HtIndexInParent(node, parent); --i >= 0;)
+    if (TCSSCounter* counter = FindCounter(*parent.GetNode(i), name)) return counter;
   return nullptr;
 }
 
@@ -68,12 +77,8 @@ void TStyledHTMLNode::IncrementCSSCounter(const hstring& name) {
   TCSSCounter* found = nullptr;
   for (TStyledHTMLNode* node = this; node && !found; node = node->GetParent()) {
     found = FindCounter(*node, name);
-    TStyledHTMLNode* parent = node->GetParent();
-    if (found || !parent || !parent->FChildrenHaveCounters) continue;
-    // The last one before the node is the nearest.
-    for (THtNode* sibling = parent->FirstChild(); sibling && sibling != node;
-         sibling = sibling->NextSibling())
-      if (TCSSCounter* counter = FindCounter(static_cast<TStyledHTMLNode&>(*sibling), name)) found = counter;
+    const TStyledHTMLNode* parent = node->GetParent();
+    if (!found && parent && parent->FChildrenHaveCounters) found = FindCounterBefore(*node, *parent, name);
   }
   if (found && found->Value < std::numeric_limits<int32_t>::max()) ++found->Value;
 }

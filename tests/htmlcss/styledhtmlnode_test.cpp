@@ -587,6 +587,19 @@ TEST(StyledNode, Counters) {
   increment(u"b");  // not what is below
   increment(u"c");
   EXPECT_EQ(valuesOf(), "dn7 dm1 an3 a1n11 b1n21");
+  // Generated content stands before and behind the children.
+  TStyledHTMLNode& d = ById(root, u"d");
+  TTestNode before, after;
+  d.Before = &before;
+  d.After = &after;
+  for (TTestNode* node : {&before, &after}) {
+    node->SetParent(&d);
+    node->IncrementCSSCounter(u"n"_hs);
+    node->IncrementCSSCounter(u"m"_hs);
+    node->SetParent(nullptr);
+  }
+  EXPECT_EQ(valuesOf(), "dn8 dm3 an4 a1n11 b1n21");
+  d.Before = d.After = nullptr;
   ById(root, u"d").ResetCSSCounter(u"n"_hs, INT32_MAX);
   increment(u"d");
   EXPECT_EQ(ById(root, u"d").Counters[0].Value, INT32_MAX);
