@@ -7,11 +7,12 @@ extern const TCommand kXPathCommand;
 extern const TCommand kCssCommand;
 extern const TCommand kSelectCommand;
 extern const TCommand kStyleCommand;
+extern const TCommand kDrawCommand;
 
 std::span<const TCommand* const> AllCommands() {
   static constexpr const TCommand* kCommands[] = {
       &kTreeCommand, &kHtmlCommand,   &kTextCommand,  &kXPathCommand,
-      &kCssCommand,  &kSelectCommand, &kStyleCommand,
+      &kCssCommand,  &kSelectCommand, &kStyleCommand, &kDrawCommand,
   };
   return kCommands;
 }

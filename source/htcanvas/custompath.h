@@ -1,0 +1,89 @@
+#pragma once
+
+#include "htcanvas/path.h"
+#include "htruntime/sharedarray.h"
+
+namespace ht {
+
+class THtPen;
+
+HT_ENUM(THtPathRecKind, uint8_t, prMoveTo, prLineTo, prCurveTo, prArc, prStartFigure, prCloseFigure,
+        prEllipse, prQCurveto, prPolyline);
+
+/// One step of a path.
+///
+///   Kind                    uses           meaning
+///   prMoveTo, prLineTo      Point          the target
+///   prCurveTo               Points         cubic segments, three points each
+///   prArc                   Points[0..2]   corner and size of the ellipse's box; start and sweep in degrees
+///   prEllipse               Points[0..1]   corner and size of its box
+///   prQCurveto, prPolyline  Points         quadratic segments; corners. They come from subclasses and streams only.
+struct THtPathRec {
+  static constexpr bool kRelocatable = false;
+
+  THtPathRecKind Kind = prMoveTo;
+  TPointF Point;
+  std::vector<TPointF> Points;
+};
+
+/// A path that keeps what it is made of, and so can be written, measured, made of lines and asked for points. Clone and
+/// Assign copy the records only when one of the two changes.
+class THtCustomPath : public THtPath {
+  HT_CLASS(THtCustomPath, THtPath)
+
+ public:
+  explicit THtCustomPath(bool forClip = false);
+
+  void Clear() override;
+  std::unique_ptr<THtPath> Clone() const override;
+  void Assign(const THtCustomPath& path);
+  void StartFigure() override { Add(prStartFigure); }
+  void CloseFigure() override { Add(prCloseFigure); }
+  void AddArc(float x, float y, float w, float h, float startAngle, float sweepAngle, float extra) override;
+  using THtPath::AddRectangle;
+  void AddRectangle(float x, float y, float w, float h) override;
+  void AddBeziers(std::span<const TPointF> points) override;
+  /// Raises std::bad_cast for a path without records.
+  void AddPath(const THtPath& path) override;
+  void GetBounds(TRectF& rect, const THtMatrixData* matrix) const override;
+  void Transform(const THtMatrixData& matrix) override;
+  /// A move behind a move replaces it; one to the point where the figure stands is left out.
+  void MoveTo(float x, float y) override;
+  /// A vertical or horizontal line behind one of the same direction lengthens it.
+  void LineTo(float x, float y) override;
+  void AddEllipse(float x, float y, float w, float h) override;
+  bool Empty() const override { return Count() == 0; }
+  hstring AsString() const override;
+  /// Even-odd. Curves count as the lines between their points, arcs and ellipses not at all: flatten the path first.
+  virtual bool ContainsPoint(float x, float y) const;
+
+  int32_t Count() const { return static_cast<int32_t>(Recs().size()); }
+  /// For reading and writing; writing shows in this path only.
+  THtPathRec& GetRec(int32_t index) { return Own()[static_cast<size_t>(index)]; }
+  const THtPathRec& GetRec(int32_t index) const { return Recs()[static_cast<size_t>(index)]; }
+  void Translate(float dx, float dy);
+  /// Adds the path as lines to `out`; `tolerance` is a distance that does not matter.
+  void Flatten(float tolerance, THtCustomPath& out) const;
+  /// Where the next line starts; (0, 0) at the start.
+  TPointF LastPoint() const;
+  /// An upright rectangle.
+  bool IsRect() const;
+  bool HasCurves() const;
+  /// Draws the lines, arcs and ellipses one by one; curves are left out.
+  void DrawPath(THtCanvas& canvas, const THtPen& pen) const;
+
+  /// Points nearer than this are one.
+  float Tolerance = 1e-6f;
+
+ private:
+  using TRecs = std::vector<THtPathRec>;
+
+  const TRecs& Recs() const;
+  TRecs& Own();
+  THtPathRec& Add(THtPathRecKind kind);
+  void AddPoint(THtPathRecKind kind, float x, float y);
+
+  std::shared_ptr<TRecs> FRecs;
+};
+
+}  // namespace ht
