@@ -135,8 +135,7 @@ hstring THtCMap::DecodeBytes(const THtBytes& bytes) const {
   std::u16string text;
   text.reserve((bytes.size() + 1) / 2);
   size_t i = 0;
-  for (; i + 1 < bytes.size(); i += 2)
-    AppendCode(text, static_cast<uint32_t>(bytes[i]) << 8 | bytes[i + 1]);
+  for (; i + 1 < bytes.size(); i += 2) AppendCode(text, static_cast<uint32_t>(bytes[i]) << 8 | bytes[i + 1]);
   if (i < bytes.size()) AppendCode(text, bytes[i]);
   return text;
 }
@@ -169,14 +168,11 @@ bool THtCMap::UnambiguousNames() const {
     if (const TValueRange values = ValuesOf(rec); rec.Ligature.Empty() && values.First <= values.Last)
       ranges.push_back(values);
   std::ranges::sort(ranges, {}, &TValueRange::First);
-  // Of the ranges so far: the one that reaches furthest, and how far those of other names reach.
-  TValueRange furthest{0, -1, nullptr};
-  int64_t others = -1;
+  // The range that reaches furthest so far: what ends before it has no other name, or it would have been met.
+  const TValueRange* furthest = nullptr;
   for (const TValueRange& range : ranges) {
-    const bool sameName = furthest.Name && *furthest.Name == *range.Name;
-    if (range.First <= (sameName ? others : furthest.Last)) return false;
-    if (!sameName) others = std::max(others, std::min(furthest.Last, range.Last));
-    if (range.Last > furthest.Last) furthest = range;
+    if (furthest && range.First <= furthest->Last && *furthest->Name != *range.Name) return false;
+    if (!furthest || range.Last > furthest->Last) furthest = &range;
   }
   return true;
 }

@@ -7,12 +7,14 @@ extern const TCommand kXPathCommand;
 extern const TCommand kCssCommand;
 extern const TCommand kSelectCommand;
 extern const TCommand kStyleCommand;
+extern const TCommand kPathCommand;
+extern const TCommand kRunsCommand;
 extern const TCommand kDrawCommand;
 
 std::span<const TCommand* const> AllCommands() {
   static constexpr const TCommand* kCommands[] = {
-      &kTreeCommand, &kHtmlCommand,   &kTextCommand,  &kXPathCommand,
-      &kCssCommand,  &kSelectCommand, &kStyleCommand, &kDrawCommand,
+      &kTreeCommand,   &kHtmlCommand,  &kTextCommand, &kXPathCommand, &kCssCommand,
+      &kSelectCommand, &kStyleCommand, &kPathCommand, &kRunsCommand,  &kDrawCommand,
   };
   return kCommands;
 }
