@@ -1,10 +1,13 @@
 #pragma once
 
 #include "htcanvas/bitmap.h"
+#include "htcanvas/bitmapdata.h"
 #include "htcanvas/brush.h"
 #include "htcanvas/canvas.h"
 #include "htcanvas/canvasclasses.h"
 #include "htcanvas/canvasscene.h"
+#include "htcanvas/cmap.h"
+#include "htcanvas/colorspace.h"
 #include "htcanvas/custompath.h"
 #include "htcanvas/font.h"
 #include "htcanvas/fontcollection.h"
