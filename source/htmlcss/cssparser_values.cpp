@@ -41,8 +41,7 @@ void PrepareLength(TCSSValue& value, TCSSSection& section, const TCSSPropRec& pr
   const bool isCalc = first.CType == ctFunction && HtSameAscii(first.Name, u"calc"sv);
   TCSSTokenSequence sequence(isCalc ? section.KeepCalc(value.Tokens) : &value.Tokens);
   value.Value1.Decode(sequence);
-  if (isCalc)
-    while (!sequence.Eof && sequence.T->CType != ctClosePar) sequence.Next();
+  if (isCalc) sequence.SkipFunction();
   value.Value2 = {};
   value.Value2.Flags = {mfInitial};
   if (sequence.Next() && sequence.T->Name == u"/"sv) {
@@ -79,7 +78,7 @@ class TNameSet {
 
   /// False if the name is there already.
   bool Insert(const hstring& name) {
-    for (size_t slot = HtWordHash(name.Data(), name.Length());; ++slot) {
+    for (size_t slot = std::hash<std::u16string_view>{}(name);; ++slot) {
       const hstring*& found = FSlots[slot & (FSlots.size() - 1)];
       if (found && *found == name) return false;
       if (found) continue;
@@ -166,7 +165,10 @@ void TCSSParser::SkipValue() {
 void TCSSParser::AddValue() {
   const TCSSPropRec* prop = FindCSSProp(Text());
   TCSSToken nameToken(Token(), prop ? prop->Name : Tokenizer->NewName());
-  if (!Tokenizer->StepOver(u':') && !(NextSolidToken() && Is(ctColon))) return;
+  if (!Tokenizer->StepOver(u':')) {
+    while (NextToken() && Is(ctSpace)) {}
+    if (!Is(ctColon)) return;
+  }
   bool important = false;
   if (!CollectValue(important)) {
     SkipValue();

@@ -49,9 +49,9 @@ hstring CSSValuetoString(const TCSSValue& value) {
 
 hstring TCSSSection::AsString() const {
   TFastString text(kRuleChars);
-  for (const TCSSSelector* selector : Selectors) {
-    if (text.GetTotalLen() > 0) text.Add(u", ");
-    text.Add(selector->AsString());
+  for (int32_t i = 0; i < Selectors.GetCount(); ++i) {
+    if (i > 0) text.Add(u", ");
+    text.Add(Selectors.GetSelector(i)->AsString());
   }
   text.Add(u"\r\n{");
   for (const TCSSValue& value : Values) text.Add(u"  ").Add(CSSValuetoString(value)).Add(u"\r\n");

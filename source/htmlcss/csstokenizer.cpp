@@ -146,6 +146,7 @@ bool TCSSTokenizer::Scan() {
   const uint8_t first = *start < 256 ? kChars.First[*start] : uint8_t{kIdent};
   if (first == kEnd) {
     Eof = true;
+    Token.EndPos = PosOf(start) - 1;  // spaces may have been passed over
     return false;
   }
   static_cast<TCSSTokenHead&>(Token) = {};
@@ -221,7 +222,7 @@ void TCSSTokenizer::ReadAt() {
   ReadIdent();
   Token.CType = ctAtKeyword;
   if (FText.data() == start + 1) {
-    SetText(start);
+    FText = {start, FText.size() + 1};
   } else {
     FBuilt = u"@" + std::u16string(FText);
     FText = FBuilt;

@@ -179,11 +179,14 @@ void TMeasure::DecodeCalc() {
   operand.Init(Style);
   operand.Parent = Parent;
   TCalcStacks stacks;
+  int32_t depth = 1;  // what stands behind the function is not its own
   TCSSTokenSequence sequence(Calc);
-  for (sequence.Next(kFirstOperand); !sequence.Eof; sequence.Next()) {
+  for (sequence.Next(kFirstOperand); !sequence.Eof && depth > 0; sequence.Next()) {
     const TCSSToken& token = *sequence.T;
     if (IsOperator(token)) {
-      stacks.Operator(token.CType == ctOpenBr ? u'(' : token.Name[0]);
+      const char16_t op = token.CType == ctOpenBr ? u'(' : token.Name[0];
+      depth += op == u'(' ? 1 : op == u')' ? -1 : 0;
+      stacks.Operator(op);
     } else if (token.CType == ctFunction) {
       stacks.Value(0);  // what it holds follows as operands of this expression
     } else {

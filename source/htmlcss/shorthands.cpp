@@ -135,12 +135,10 @@ int32_t THtShorthandCompiler::AddRecord(const TCSSPropRec& prop, TCSSTokens toke
 
 // The index of the parenthesis that closes the function, or of the last token.
 int32_t THtShorthandCompiler::EndOfFunction(int32_t index) const {
-  int32_t depth = 0;
-  for (; index < Count() - 1; ++index) {
-    if (Token(index).CType == ctOpenPar) ++depth;
-    if (Token(index).CType == ctClosePar && --depth <= 0) break;
-  }
-  return index;
+  TCSSTokenSequence sequence(&FValue->Tokens);
+  sequence.Next(index);
+  sequence.SkipFunction();
+  return sequence.Position();
 }
 
 // Where the span of a function in a background ends: at the first "]", or else with the value.

@@ -56,6 +56,14 @@ bool TCSSTokenSequence::Next(int32_t n) {
 
 int32_t TCSSTokenSequence::Position() const { return T ? Index : Count - 1; }
 
+void TCSSTokenSequence::SkipFunction() {
+  int32_t depth = 0;
+  for (; !Eof; Next()) {
+    if (T->CType == ctOpenPar) ++depth;
+    if (T->CType == ctClosePar && --depth <= 0) return;
+  }
+}
+
 bool TCSSTokenSequence::ReadColor(uint32_t& color) {
   if (!T) return false;
   switch (T->CType) {

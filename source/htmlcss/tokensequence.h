@@ -30,6 +30,8 @@ class TCSSTokenSequence {
   /// Whether the current token is a colour. Its value goes to `color`, except that of a word that names none, and of
   /// a `var` function, which is resolved later. A function is walked to its closing parenthesis.
   bool ReadColor(uint32_t& color);
+  /// From a function to the parenthesis that closes it, or past the end.
+  void SkipFunction();
   /// The array being walked.
   const TCSSTokens* Tokens() const { return FPTokens; }
 

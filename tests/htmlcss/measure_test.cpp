@@ -77,7 +77,8 @@ TEST(Measure, DecodesAndResolves) {
                {u"calc(2px + 3px * 4)", "0", 14},
                {u"calc(1em * -2)", "0", -40},
                {u"calc(10px - -3px)", "0", 13},
-               {u"calc(1px + 2px))))", "0", 3}};
+               {u"calc(1px + 2px))))", "0", 3},
+               {u"calc(50% - (3px + 2px)) / 7px", "0", 95}};
   for (const auto& c : cases) {
     TContext context;
     TCSSTokens tokens;

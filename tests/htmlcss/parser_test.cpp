@@ -43,7 +43,7 @@ TEST(CSSParser, RulesAndRecovery) {
       {u"a{color:red;width:1px;color:blue}", "a{width:1px;color:blue;}"}, {u"a{color:red;COLOR:blue}", "a{color:red;COLOR:blue;}"},
       {u"a{margin:1px !important}", "a{margin:1px!;}"}, {u"a{margin:1px !IMPORTANT;}", "a{margin:1px!;}"}, {u"a{margin:1px ! important}", "a{margin:1px   important;}"},
       {u"a{margin:1px !x}", "a{margin:1px x;}"}, {u"a{*zoom:1;color:red}", "a{color:red;}"}, {u"a{color red;margin:0}", "a{margin:0;}"},
-      {u"a{color:red;;;/**/margin:0}", "a{color:red;margin:0;}"}, {u"a{5px:1;color:red}", "a{color:red;}"}, {u"a{x:1{y}b:2}", "a{}"},
+      {u"a{color:red;;;/**/margin:0}", "a{color:red;margin:0;}"}, {u"a{5px:1;color:red}", "a{color:red;}"}, {u"a{color /**/:red;margin :0}", "a{margin:0;}"}, {u"a{x:1{y}b:2}", "a{}"},
       {u"a{x:1@k;y:2}", "a{y:2;}"}, {u"a{:1;b:2}", "a{b:2;}"}, {u"a{b:}c{d:1}", "a{}c{d:1;}"}, {u"a{b:1 2/*x*/3}", "a{b:1 2 3;}"},
       {u"; a{b:c} d{e:f}", "d{e:f;}"}, {u"\"x\" a{b:c} d{e:f}", "d{e:f;}"}, {u"a;b{c:d}e{f:g}", "e{f:g;}"},
       {u"@unknown { a { b: c } } d { e: f }", "d{e:f;}"}, {u"@media print { a { b: c } } x { y: z }", "a{b:c;}x{y:z;}"},
@@ -53,6 +53,52 @@ TEST(CSSParser, RulesAndRecovery) {
       // clang-format on
   };
   for (const auto& c : cases) EXPECT_EQ(Rules(c.Sheet), c.Rules) << HtToUtf8(c.Sheet);
+}
+
+// The span of a rule that the end of the text cuts off reaches to that end.
+TEST(CSSParser, Positions) {
+  const struct {
+    const char16_t* Sheet;
+    int32_t Start, End, SelectorsEnd;
+  } cases[] = {
+      {u" a , b.c {d:e} ", 2, 14, 8}, {u"a{b:c /**/ ", 1, 11, 1}, {u"{b:c}", 1, 5, 0}, {u"a  ", 1, 3, 1}};
+  for (const auto& c : cases) {
+    TCSSParser parser{hstring(c.Sheet)};
+    ASSERT_TRUE(parser.NextSection());
+    EXPECT_EQ(parser.Section->BlockStartPos, c.Start) << HtToUtf8(c.Sheet);
+    EXPECT_EQ(parser.Section->BlockEndPos, c.End) << HtToUtf8(c.Sheet);
+    EXPECT_EQ(parser.Section->Selectors.EndPos, c.SelectorsEnd) << HtToUtf8(c.Sheet);
+  }
+}
+
+// Long rules find their doubles by a table, which names that differ in the middle only must not slow down.
+TEST(CSSParser, LastOfManyValues) {
+  std::u16string rule = u"a{";
+  for (int i = 0; i < 30000; ++i)
+    rule += u"name" + hstring(HtFromUtf8(std::to_string(10000 + i % 20000))) + u"name:1;";
+  TCSSParser parser{hstring(rule)};
+  ASSERT_TRUE(parser.NextSection());
+  const TCSSValues& values = parser.Section->Values;
+  ASSERT_EQ(values.size(), 20000u);
+  EXPECT_EQ(values[0].NameToken.Name, u"name20000name");
+  EXPECT_EQ(values[19999].NameToken.Name, u"name19999name");
+}
+
+// Behind a slash stands a second length; one inside a calc is no such slash.
+TEST(CSSParser, SecondLength) {
+  const struct {
+    const char16_t* Value;
+    const char* Value2;
+  } cases[] = {{u"1px", "auto"},
+               {u"1px/2px", "2px"},
+               {u"1px 2px", "auto"},
+               {u"calc(1px/2)/3px", "3px"},
+               {u"calc((4px)/2)", "auto"}};
+  for (const auto& c : cases) {
+    TCSSParser parser{u"a{border-top-left-radius:" + hstring(c.Value) + u"}"};
+    ASSERT_TRUE(parser.NextSection());
+    EXPECT_EQ(HtToUtf8(parser.Section->Values[0].Value2.AsString()), c.Value2) << HtToUtf8(c.Value);
+  }
 }
 
 TEST(CSSParser, AtRules) {

@@ -38,6 +38,8 @@ TEST(CSSSection, Shorthands) {
       {u"overflow:hidden", "overflow-x:hidden;overflow-y:hidden;"}, {u"overflow:hidden scroll", "overflow-x:hidden;overflow-y:scroll;"},
       {u"border:1px solid red", "border-width:1px;border-top-style:solid;border-right-style:solid;border-bottom-style:solid;border-left-style:solid;border-color:red;"},
       {u"border:solid", "border-top-style:solid;border-right-style:solid;border-bottom-style:solid;border-left-style:solid;"},
+      {u"border:rgb(1,2,3) 2px", "border-color:rgb;border-width:2px;"}, {u"border-radius:1px / 2px", "border-radius:1px / 2px;"},
+      {u"margin:1px max((2px), 3px) 4px", "margin-top:1px;margin-right:max(( 2px), 3px);margin-bottom:4px;margin-left:max(( 2px), 3px);"},
       {u"border:thick #123", "border-width:thick;border-color: #123;"},
       {u"background:url(x.png) no-repeat red", "background-image:url('x.png');background-repeat:no-repeat;background-color:red;"},
       {u"background:red", "background-color:red;background-image:none;"}, {u"background:none", "background-color:none;background-image:none;"},

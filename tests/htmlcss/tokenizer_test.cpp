@@ -45,7 +45,7 @@ const TCase kCases[] = {
     {u"<!-- -->", "Delimiter<<> Delimiter<!> Ident<--> Space< > Ident<--> Delimiter<>>"},
     {u"-a_9 --x -", "Ident<-a_9> Space< > Ident<--x> Space< > Ident<->"},
     {u"naïve Ωmega", "Ident<na> Delimiter<ï> Ident<ve> Space< > Ident<Ωmega>"},
-    {u"#fff# #1a", "Hash<fff> Hash<> Space< > Hash<1a>"}, {u"@media@", "AtKeyword<@media> AtKeyword<@>"},
+    {u"#fff# #1a", "Hash<fff> Hash<> Space< > Hash<1a>"}, {u"@media@", "AtKeyword<@media> AtKeyword<@>"}, {u"@url()@X(", "AtKeyword<@url> ClosePar<)> AtKeyword<@x> OpenPar<(>"},
     // Numbers: "+" is never part of one, "-" is.
     {u"+5-5-.5.5.x", "Delimiter<+> Number<5>5 Number<-5>-5 Number<-.5>-0.5 Number<.5>0.5 Delimiter<.> Ident<x>"},
     {u"1.2.3", "Number<1.2>1.2 Number<.3>0.3"}, {u"-.x", "Ident<-.> Ident<x>"}, {u"1e3,1E-2", "Number<1e3>1000 Comma<,> Number<1E-2>0.01"},
