@@ -87,8 +87,8 @@ int main() {
   canvas.DrawWavyLine(202, 166, 330, 166, canvas.GetPen(0xFFEDAE49, 1));
   canvas.EndScene();
 
-  const std::string svg = HtToUtf8(static_cast<THtPageSVG*>(canvas.GetPage(0))->SVG);
-  const size_t head = svg.find('>') + 1;  // the text classes go right behind the root's start
-  std::printf("%s<style>%s</style>%s\n", svg.substr(0, head).c_str(), HtToUtf8(canvas.Style()).c_str(),
-              svg.c_str() + head);
+  std::string svg = HtToUtf8(static_cast<THtPageSVG*>(canvas.GetPage(0))->SVG);
+  svg.insert(svg.find('>') + 1, "<style>" + HtToUtf8(canvas.Style()) + "</style>");  // the text classes
+  std::erase(svg, '\r');
+  std::printf("%s\n", svg.c_str());
 }
