@@ -34,10 +34,12 @@ class TPathParser {
         FParser.Skip(1);
         continue;
       }
-      if (IsLetter(c))
+      if (IsLetter(c)) {
         StartCommand(c);
-      else if (FCommand == 0 || FLow == u'z')
+        if (!HasArgument()) continue;
+      } else if (FCommand == 0 || FLow == u'z') {
         RaiseUnknown(0);
+      }
       Round();
     }
     Flush();
@@ -48,6 +50,12 @@ class TPathParser {
     hstring message = u"Unknown path command "_hs;
     message += command;
     throw EHtException(message);
+  }
+
+  // A command at the end, or right before another one, draws nothing.
+  bool HasArgument() {
+    if (std::u16string_view(u"mlhvcsqtaz").find(FLow) == std::u16string_view::npos) RaiseUnknown(FCommand);
+    return FLow == u'z' || (!FParser.Empty() && !IsLetter(*FParser.p));
   }
 
   // What cannot be a coordinate counts as 0, and does not hold the reader up.
@@ -70,8 +78,10 @@ class TPathParser {
     for (const TPointD& point : FPoints)
       points.push_back({static_cast<float>(point.X), static_cast<float>(point.Y)});
     FLow == u'c' || FLow == u's' ? FPath.AddBeziers(points) : FPath.AddQBeziers(points);
-    FControl = FPoints.size() > 1 ? FPoints[FPoints.size() - 2] : FCurrent;
-    FCurrent = FPoints.back();
+    if (FPoints.size() > 1) {
+      FControl = FPoints[FPoints.size() - 2];
+      FCurrent = FPoints.back();
+    }
     FPoints.clear();
   }
 
@@ -97,7 +107,6 @@ class TPathParser {
 
   void Round() {
     if (FLow == u'z') return Close();
-    if (std::u16string_view(u"mlhvcsqta").find(FLow) == std::u16string_view::npos) RaiseUnknown(FCommand);
     if (FLow != u'm') Reopen();
     const double value = Number();
     const bool relative = FCommand == FLow;
