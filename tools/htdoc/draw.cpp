@@ -5,6 +5,10 @@
 #include "htruntime/filestream.h"
 #include "output.h"
 
+#ifdef HTDOC_FONTS
+#include <refcanvas/refcanvas.h>  // in angle brackets: the program is built without it, too
+#endif
+
 using namespace ht;
 
 namespace {
@@ -41,10 +45,17 @@ void PutPages(const std::string& file, const THtSVGCanvas& canvas) {
   }
 }
 
-// Programs that show text need a host that has fonts; without one there is only the canvas that has none.
+// Text needs a host that has fonts; a build without one has only the canvas whose characters are all alike.
 void UseFonts(bool fixed) {
-  if (!fixed) throw EUsage("this build has no fonts: --fixed-fonts draws without");
-  HtDefaultCanvasClass = TFixedCanvas::Class();
+  if (fixed) {
+    HtDefaultCanvasClass = TFixedCanvas::Class();
+    return;
+  }
+#ifdef HTDOC_FONTS
+  TRefCanvas::Register();
+#else
+  throw EUsage("this build has no fonts: --fixed-fonts draws without");
+#endif
 }
 
 int RunDraw(const TArguments& arguments) {
