@@ -1,5 +1,6 @@
 // The shadow of a box: blurred as a whole where it is small, cut from a cached square where it is large.
 
+#include <algorithm>
 #include <array>
 #include <cmath>
 
@@ -78,6 +79,12 @@ struct TPieces {
 
   void Draw(THtCanvas& canvas, THtBitmap& square) const;
 };
+
+// Within what can be added up; nobody sees beyond.
+int32_t Held(int32_t value) { return std::clamp(value, -(1 << 28), 1 << 28); }
+TRect Held(const TRect& rect) {
+  return {Held(rect.Left), Held(rect.Top), Held(rect.Right), Held(rect.Bottom)};
+}
 
 void TPieces::Draw(THtCanvas& canvas, THtBitmap& square) const {
   const auto piece = [&](int32_t x, int32_t y, int32_t width, int32_t height, const TRect& source) {
@@ -174,13 +181,13 @@ void THtCanvas::DrawLargeShadow(const THtShadowProps& props) {
   const float xScale = upright ? matrix.XScale() : 1, yScale = upright ? matrix.YScale() : 1;
   const auto h = detail::RoundToInt(static_cast<float>(side - 10) / 2);
   TPieces pieces;
-  pieces.Target = R2R(upright ? matrix.TransformRect(extent) : extent);
-  pieces.Corner = detail::RoundToInt(xScale * static_cast<float>(h));
-  pieces.ShiftX = detail::RoundToInt(xScale * props.HOffset);
-  pieces.ShiftY = detail::RoundToInt(yScale * props.VOffset);
+  pieces.Target = Held(R2R(upright ? matrix.TransformRect(extent) : extent));
+  pieces.Corner = Held(detail::RoundToInt(xScale * static_cast<float>(h)));
+  pieces.ShiftX = Held(detail::RoundToInt(xScale * props.HOffset));
+  pieces.ShiftY = Held(detail::RoundToInt(yScale * props.VOffset));
   pieces.SourceCorner = h;
-  pieces.SourceShiftX = detail::RoundToInt(props.HOffset);
-  pieces.SourceShiftY = detail::RoundToInt(props.VOffset);
+  pieces.SourceShiftX = Held(detail::RoundToInt(props.HOffset));
+  pieces.SourceShiftY = Held(detail::RoundToInt(props.VOffset));
   if (!upright) return pieces.Draw(*this, *square);
   // Placed in pixels, so that no seam shows between the pieces.
   SaveState();

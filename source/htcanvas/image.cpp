@@ -73,7 +73,7 @@ bool THtImage::IsTIFF(const THtBytes& bytes) {
 bool THtImage::IsSVG(const THtBytes& bytes) {
   if (StartsWith(bytes, "<?xml")) return true;
   const auto is = [&](size_t index, char lower) { return (bytes[index] | 0x20) == lower; };
-  return StartsWith(bytes, "<") && is(1, 's') && is(2, 'v') && bytes[3] == 'g';
+  return StartsWith(bytes, "<") && is(1, 's') && (bytes[2] == 'v' || (bytes[2] == 'V' && is(3, 'g')));
 }
 
 bool THtImage::IsImage(const THtBytes& bytes) {

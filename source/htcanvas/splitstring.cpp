@@ -115,6 +115,7 @@ class TRunReader {
           (run.Bidi == bdLTR && (next == u'\'' || IsDigit(next) || next == u'_' || next == u'`'));
       if (!joins) return;
       ++FPos;
+      if (IsHighSurrogate(next) && (At(FPos) >> 10) == 0x37) ++FPos;  // a pair stays together
       if (next == kSoftHyphen) {
         run.Flags.Include(trfBreakAfter);
         return;
