@@ -38,8 +38,10 @@ bool IsBareNumber(TMeasureUnit unit) {
 
 double RemBase(const TBaseElementStyle* style, bool wholePixels) {
   if (!style || !style->FElement || !style->FElement->GetParent()) return kRemWithoutRoot;
+  TBaseElementStyle* root = style->FElement->RootNodeElement()->Style();
+  if (!root) return kRemWithoutRoot;
   TMeasure fontSize;
-  style->FElement->RootNodeElement()->Style()->FontSize(fontSize);
+  root->FontSize(fontSize);
   return wholePixels ? static_cast<double>(fontSize.GetPixels()) : fontSize.GetFPixels();
 }
 
