@@ -1,0 +1,127 @@
+#include "htcanvas/cmap.h"
+
+#include <gtest/gtest.h>
+
+using namespace ht;
+
+namespace {
+
+// In the order of AddRec.
+struct TRec {
+  uint32_t Start, End;
+  int32_t Base;
+  hstring Ligature, Name;
+};
+
+void AddAll(THtCMap& map, const std::vector<TRec>& records) {
+  for (const TRec& rec : records) map.AddRec(rec.Start, rec.End, rec.Base, rec.Ligature, rec.Name);
+  map.Sort();
+}
+
+const std::vector<TRec> kRecords{{400, 401, 0x1F600, {}, {}},
+                                 {20, 29, 65, {}, u"A"_hs},
+                                 {50, 50, 0, u"fi"_hs, u"ffi"_hs},
+                                 {0x8140, 0x8150, 0x4E00, u"ffi"_hs, {}}};
+
+TEST(CMap, FindsCodes) {
+  THtCMap map;
+  map.Sort();
+  EXPECT_EQ(map.Find(0), nullptr);
+  AddAll(map, kRecords);
+  const struct {
+    uint32_t Code;
+    int32_t Start;  // of the record, or -1
+    uint32_t Value;
+  } kRows[] = {{0, -1, 0},
+               {19, -1, 0},
+               {20, 20, 65},
+               {29, 20, 74},
+               {30, -1, 0},
+               {50, 50, 0},
+               {51, -1, 0},
+               {276, -1, 0},
+               {400, 400, 0x1F600},
+               {401, 400, 0x1F601},
+               {402, -1, 0},
+               {0x813F, -1, 0},
+               {0x8150, 0x8140, 0x4E10},
+               {0xFFFFFFFF, -1, 0}};
+  for (const auto& row : kRows) {
+    SCOPED_TRACE(row.Code);
+    map.IsIdentity = false;
+    const THtCMapRec* rec = map.Find(row.Code);
+    EXPECT_EQ(rec ? static_cast<int32_t>(rec->CStart) : -1, row.Start);
+    EXPECT_EQ(map.Decode(row.Code), row.Value);
+    map.IsIdentity = true;
+    EXPECT_EQ(map.Decode(row.Code), rec ? row.Value : row.Code);
+  }
+  EXPECT_EQ(map.FMapLow, 20u);
+  EXPECT_EQ(map.FMapHi, 51u);
+  EXPECT_EQ(map.CIDCount(), 10 + 1 + 2 + 17);
+  EXPECT_EQ(map.BaseMin(), 0);
+  EXPECT_TRUE(map.HasSupplementaryPlane());
+  int32_t index;
+  EXPECT_TRUE(map.FindName(u"ffi", index));
+  EXPECT_EQ(index, 1);
+  EXPECT_TRUE(map.FindLigature(u"ffi", index));
+  EXPECT_EQ(index, 3);
+  EXPECT_FALSE(map.FindName(u"A ", index));
+
+  THtCMap part;
+  part.Assign(map, 100);
+  EXPECT_EQ(part.Count(), 2);
+  EXPECT_TRUE(part.IsIdentity);
+  EXPECT_EQ(part.Decode(21), 66u);
+  map.Clear();
+  EXPECT_EQ(map.Find(20), nullptr);
+}
+
+TEST(CMap, TheFastMapHolds256Codes) {
+  THtCMap map;
+  AddAll(map, {{10, 1000, 1, {}, {}}, {2000, 2000, 7, {}, {}}});
+  EXPECT_EQ(map.FMapHi, 266u);
+  for (const uint32_t code : {10u, 265u, 266u, 1000u}) EXPECT_EQ(map.Decode(code), code - 9);
+  EXPECT_EQ(map.Find(1001), nullptr);
+  EXPECT_EQ(map.Decode(2000), 7u);
+  EXPECT_EQ(map.InsertRec(1500, 1600, 1, {}, {}).CStart, 1500u);
+  EXPECT_EQ(map.FList[1].CStart, 1500u);
+}
+
+TEST(CMap, DecodesBytes) {
+  THtCMap map;
+  AddAll(map, kRecords);
+  EXPECT_EQ(map.DecodeBytes({0, 20, 0, 50, 1, 0x91, 0x81, 0x42, 0, 21}), u"Afi\U0001F601ffiB"_hs);
+  EXPECT_EQ(map.DecodeBytes({0, 21, 20}), u"BA"_hs);  // a lone byte at the end
+  EXPECT_EQ(map.DecodeBytes({}), hstring());
+  EXPECT_EQ(map.DecodeANSIBytes({20, 60, 50}), u"A<fi"_hs);
+  map.CIDShift = 31;
+  EXPECT_EQ(map.DecodeBytes({0, 34, 0, 20}), u"AA"_hs);
+}
+
+TEST(CMap, Ambiguity) {
+  const hstring a = u"a"_hs, b = u"b"_hs;
+  const struct {
+    std::vector<TRec> Records;
+    uint32_t MaxCode;
+    bool Codes, Names;
+  } kRows[] = {
+      {{}, 0, true, true},
+      {{{1, 1, 32, {}, a}, {2, 2, 32, {}, a}, {3, 3, 8226, {}, {}}, {4, 4, 8226, {}, {}}}, 0, true, true},
+      {{{1, 9, 60, {}, a}, {20, 20, 68, {}, a}}, 0, false, true},
+      {{{1, 9, 60, {}, a}, {20, 20, 68, {}, b}}, 19, true, false},
+      {{{1, 9, 60, {}, a}, {20, 20, 69, {}, b}}, 0, true, true},
+      {{{1, 9, 60, u"x"_hs, a}, {20, 20, 68, {}, b}}, 0, true, true},
+      {{{1, 100, 60, {}, a}, {200, 209, 70, {}, a}, {300, 300, 150, {}, b}}, 0, false, false},
+      {{{1, 1, 0, {}, {}}, {2, 2, 0, {}, {}}}, 0, true, true},
+      {{{1, 1, 0x100000, {}, a}, {2, 2, 0x100000, {}, b}}, 0, true, true},
+      {{{0, 0xFFFFFFFF, -5, {}, a}, {0, 0xFFFFFFFF, 5, {}, a}}, 0xFFFFFFFF, false, true},
+  };
+  for (size_t i = 0; i < std::size(kRows); ++i) {
+    THtCMap map;
+    AddAll(map, kRows[i].Records);
+    EXPECT_EQ(map.Unambiguous(kRows[i].MaxCode), kRows[i].Codes) << i;
+    EXPECT_EQ(map.UnambiguousNames(), kRows[i].Names) << i;
+  }
+}
+
+}  // namespace
