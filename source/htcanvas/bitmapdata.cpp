@@ -153,7 +153,7 @@ void THtBitmapData::SetData(const THtBitmapBytes& data, int32_t width, int32_t h
     const uint8_t* from = data.Data() + y * stride;
     uint8_t* to = taken.GetScanLine(y);
     if (bits <= 32) {
-      std::memcpy(to, from, static_cast<size_t>(std::min<int64_t>(stride, taken.FStride)));
+      std::copy_n(from, std::min<int64_t>(stride, taken.FStride), to);
       continue;
     }
     for (int32_t x = 0; x < width; ++x, from += 6, to += 4)
@@ -176,7 +176,7 @@ void THtBitmapData::Crop(const TRect& rect) {
     const uint8_t* from = GetScanLine(kept.Top + y);
     uint8_t* to = cropped.GetScanLine(y);
     if (FBits >= 8) {
-      std::memcpy(to, from + firstBit / 8, static_cast<size_t>(PackedBytes(cropped.FWidth, FBits)));
+      std::copy_n(from + firstBit / 8, PackedBytes(cropped.FWidth, FBits), to);
       continue;
     }
     for (int32_t x = 0; x < cropped.FWidth; ++x) CopyPixel(from, kept.Left + x, to, x, FBits);
