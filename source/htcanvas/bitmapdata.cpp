@@ -171,6 +171,7 @@ void THtBitmapData::Crop(const TRect& rect) {
   const TRect kept = RIntersect(rect, TRect{0, 0, FWidth, FHeight});
   THtBitmapData cropped(kept.Right > kept.Left ? kept.Width() : 0, kept.Bottom > kept.Top ? kept.Height() : 0,
                         FBits);
+  if (cropped.FData.Empty()) return TakeData(cropped);
   const int64_t firstBit = int64_t{kept.Left} * FBits;
   for (int32_t y = 0; y < cropped.FHeight; ++y) {
     const uint8_t* from = GetScanLine(kept.Top + y);
