@@ -50,14 +50,19 @@ uint32_t Spread4(uint32_t value) {
   return ((value & 0xF) | (value & 0xF0) << 4 | (value & 0xF00) << 8 | (value & 0xF000) << 12) * 17;
 }
 
+uint32_t Value16(const uint8_t* bytes) { return bytes[0] | uint32_t{bytes[1]} << 8; }
+
 void Convert16(const uint8_t* from, uint8_t* to, int32_t count, const THtColorSpace* colorSpace) {
-  const bool four = colorSpace && colorSpace->OutComponentCount() == 4;
+  if (!colorSpace) {
+    for (; count > 0; --count, from += 2, to += 4) PutPixel(to, Spread5(Value16(from)));
+    return;
+  }
+  const bool four = colorSpace->OutComponentCount() == 4;
   const auto convert = [&](uint32_t value) {
-    const uint32_t color = four ? Spread4(value) : Spread5(value);
-    return colorSpace ? colorSpace->ConvertColor(color) : color;
+    return colorSpace->ConvertColor(four ? Spread4(value) : Spread5(value));
   };
   TLastColor last(convert);
-  for (; count > 0; --count, from += 2, to += 4) PutPixel(to, last(from[0] | uint32_t{from[1]} << 8));
+  for (; count > 0; --count, from += 2, to += 4) PutPixel(to, last(Value16(from)));
 }
 
 }  // namespace
