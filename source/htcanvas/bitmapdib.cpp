@@ -121,8 +121,9 @@ uint32_t IndexAt(const uint8_t* row, int32_t x, int32_t bits) {
 
 void THtBitmapData::LoadfromDIB(TStream& stream, const THtBitmapBytes& data, int32_t outBits, bool bottomUp) {
   const int64_t start = stream.GetPosition();
-  const THeader header = ReadHeader(stream);
+  THeader header = ReadHeader(stream);
   CheckHeader(header);
+  if (header.Width == 0) header.Height = 0;  // rows of nothing are not worth walking
   const bool indexed = header.Bits <= 8;
   if (indexed && outBits != 8 && outBits != 24 && outBits != 32) throw EHtException(u"Bitness not supported");
   // Bit fields of a plain header follow it, before the pixels.

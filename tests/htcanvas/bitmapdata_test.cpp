@@ -437,6 +437,10 @@ TEST(BitmapData, ReadsBMPs) {
 }
 
 TEST(BitmapData, BadBMPsAreRefused) {
+  TBytesStream empty(TDib{.Width = 0, .Height = INT32_MAX}.Write({}));
+  THtBitmapData nothing;
+  nothing.LoadfromDIB(empty, {}, 32, true);
+  EXPECT_EQ(nothing.FHeight, 0);
   const struct {
     TDib Header;
     size_t Rest;
