@@ -26,7 +26,7 @@ TPointF ArcPoint(const THtPathRec& arc, double angle) {
 
 // The segments; an arc that was turned into curves has its start in front of them.
 std::span<const TPointF> Segments(const THtPathRec& curve) {
-  const std::span<const TPointF> points(curve.Points);
+  const std::span<const TPointF> points(curve.Points.data(), curve.Points.size());
   return points.size() % 3 == 1 ? points.subspan(1) : points;
 }
 
@@ -116,8 +116,7 @@ void THtCustomPath::AddBeziers(std::span<const TPointF> points) {
     if (SameValue(end.X, last.X, Tolerance) && SameValue(end.Y, last.Y, Tolerance))
       LineTo(end.X, end.Y);
     else
-      Add(prCurveTo).Points.assign(points.begin() + static_cast<ptrdiff_t>(i),
-                                   points.begin() + static_cast<ptrdiff_t>(i + 3));
+      Add(prCurveTo).Points.assign(&points[i], &points[i] + 3);
     last = end;
   }
 }
@@ -186,9 +185,10 @@ void THtCustomPath::Transform(const THtMatrixData& matrix) {
   for (THtPathRec& record : Own()) {
     if (record.Kind == prArc) {
       const TPointF corner = record.Points[0], size = record.Points[1], angles = record.Points[2];
-      record.Points.clear();
+      std::vector<TPointF> curves;
       ArctoBezier(corner.X + size.X / 2, corner.Y + size.Y / 2, size.X / 2, size.Y / 2, angles.X * pi / 180,
-                  angles.Y * pi / 180, record.Points);
+                  angles.Y * pi / 180, curves);
+      record.Points.assign(curves.data(), curves.data() + curves.size());
       record.Kind = prCurveTo;
     }
     record.Point = matrix.TransformPoint(record.Point);
@@ -285,9 +285,7 @@ void THtCustomPath::DrawPath(THtCanvas& canvas, const THtPen& pen) const {
 
 // Lines
 
-namespace {
-
-class TFlattener {
+class THtCustomPath::TFlattener {
  public:
   TFlattener(float tolerance, THtCustomPath& out)
       : FOut(out),
@@ -297,8 +295,8 @@ class TFlattener {
 
   void Add(const THtPathRec& record, const THtPathRec* previous) {
     switch (record.Kind) {
-      case prMoveTo: FOut.MoveTo(record.Point.X, record.Point.Y); break;
-      case prCloseFigure: FOut.CloseFigure(); break;
+      case prMoveTo:
+      case prCloseFigure: FOut.Own().push_back(record); break;
       case prLineTo: Line(record.Point, previous != nullptr); break;
       case prCurveTo: Curves(record, previous); break;
       case prArc: Arc(record, previous == nullptr); break;
@@ -317,7 +315,7 @@ class TFlattener {
         return;
       }
     }
-    FOut.LineTo(point.X, point.Y);
+    FOut.AddPoint(prLineTo, point.X, point.Y);
   }
 
   void Curves(const THtPathRec& record, const THtPathRec* previous) {
@@ -337,11 +335,12 @@ class TFlattener {
     const float cx = 3 * (p1.X - p0.X), bx = 3 * (p2.X - p1.X) - cx, ax = p3.X - p0.X - cx - bx;
     const float cy = 3 * (p1.Y - p0.Y), by = 3 * (p2.Y - p1.Y) - cy, ay = p3.Y - p0.Y - cy - by;
     const float length = std::hypot(p3.X - p0.X, p3.Y - p0.Y);
-    const auto steps = static_cast<int>(std::clamp(std::nearbyint(length * FScale), kFewest, kMost));
+    const float wanted = std::nearbyint(length * FScale);
+    const auto steps = static_cast<int>(wanted >= kMost ? kMost : wanted > kFewest ? wanted : kFewest);
     for (int i = 1; i <= steps; ++i) {
       const float t = static_cast<float>(i) / static_cast<float>(steps);
       const TPointF point{((ax * t + bx) * t + cx) * t + p0.X, ((ay * t + by) * t + cy) * t + p0.Y};
-      if (!Same(point, FOut.LastPoint())) FOut.LineTo(point.X, point.Y);
+      if (!Same(point, FOut.LastPoint())) FOut.AddPoint(prLineTo, point.X, point.Y);
     }
   }
 
@@ -364,8 +363,6 @@ class TFlattener {
   THtCustomPath& FOut;
   const float FTolerance, FNear, FScale;
 };
-
-}  // namespace
 
 void THtCustomPath::Flatten(float tolerance, THtCustomPath& out) const {
   TFlattener flattener(tolerance, out);

@@ -1,7 +1,9 @@
 #pragma once
 
+#include <algorithm>
+#include <array>
+
 #include "htcanvas/path.h"
-#include "htruntime/sharedarray.h"
 
 namespace ht {
 
@@ -9,6 +11,49 @@ class THtPen;
 
 HT_ENUM(THtPathRecKind, uint8_t, prMoveTo, prLineTo, prCurveTo, prArc, prStartFigure, prCloseFigure,
         prEllipse, prQCurveto, prPolyline);
+
+/// The points of one step. Up to three lie in the record itself: nearly all steps have no more.
+class THtPathPoints {
+ public:
+  THtPathPoints() = default;
+  THtPathPoints(const THtPathPoints& other) { assign(other.begin(), other.end()); }
+  THtPathPoints(THtPathPoints&& other) noexcept { swap(other); }
+  THtPathPoints& operator=(THtPathPoints other) noexcept {
+    swap(other);
+    return *this;
+  }
+  THtPathPoints& operator=(std::initializer_list<TPointF> points) {
+    assign(points.begin(), points.end());
+    return *this;
+  }
+
+  size_t size() const { return FCount; }
+  bool empty() const { return FCount == 0; }
+  TPointF* data() { return FMany ? FMany.get() : FFew.data(); }
+  const TPointF* data() const { return FMany ? FMany.get() : FFew.data(); }
+  TPointF* begin() { return data(); }
+  TPointF* end() { return data() + FCount; }
+  const TPointF* begin() const { return data(); }
+  const TPointF* end() const { return data() + FCount; }
+  TPointF& operator[](size_t index) { return data()[index]; }
+  const TPointF& operator[](size_t index) const { return data()[index]; }
+  const TPointF& back() const { return data()[FCount - 1]; }
+  void assign(const TPointF* first, const TPointF* last) {
+    FCount = static_cast<size_t>(last - first);
+    FMany = FCount > FFew.size() ? std::make_unique<TPointF[]>(FCount) : nullptr;
+    std::copy(first, last, data());
+  }
+  void swap(THtPathPoints& other) noexcept {
+    std::swap(FCount, other.FCount);
+    std::swap(FFew, other.FFew);
+    std::swap(FMany, other.FMany);
+  }
+
+ private:
+  size_t FCount = 0;
+  std::array<TPointF, 3> FFew;
+  std::unique_ptr<TPointF[]> FMany;
+};
 
 /// One step of a path.
 ///
@@ -19,11 +64,9 @@ HT_ENUM(THtPathRecKind, uint8_t, prMoveTo, prLineTo, prCurveTo, prArc, prStartFi
 ///   prEllipse               Points[0..1]   corner and size of its box
 ///   prQCurveto, prPolyline  Points         quadratic segments; corners. They come from subclasses and streams only.
 struct THtPathRec {
-  static constexpr bool kRelocatable = false;
-
   THtPathRecKind Kind = prMoveTo;
   TPointF Point;
-  std::vector<TPointF> Points;
+  THtPathPoints Points;
 };
 
 /// A path that keeps what it is made of, and so can be written, measured, made of lines and asked for points. Clone and
@@ -77,6 +120,7 @@ class THtCustomPath : public THtPath {
 
  private:
   using TRecs = std::vector<THtPathRec>;
+  class TFlattener;
 
   const TRecs& Recs() const;
   TRecs& Own();

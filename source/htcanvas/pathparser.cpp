@@ -1,5 +1,6 @@
 // SVG path data into a path.
 
+#include <algorithm>
 #include <cmath>
 
 #include "htcanvas/path.h"
@@ -15,12 +16,17 @@ bool IsNumberStart(char16_t c) { return (c >= u'0' && c <= u'9') || c == u'-' ||
 bool IsLetter(char16_t c) { return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z'); }
 char16_t Lower(char16_t c) { return c >= u'A' && c <= u'Z' ? static_cast<char16_t>(c + 32) : c; }
 
+// Floats can still reckon with what lies as far as this.
+constexpr double kFarthest = 1e30;
+
+double InReach(double value) { return std::clamp(value, -kFarthest, kFarthest); }
+
 struct TPointD {
   double X = 0, Y = 0;
 };
 
 TPointD Reflected(const TPointD& point, const TPointD& center) {
-  return {2 * center.X - point.X, 2 * center.Y - point.Y};
+  return {InReach(2 * center.X - point.X), InReach(2 * center.Y - point.Y)};
 }
 
 class TPathParser {
@@ -63,12 +69,16 @@ class TPathParser {
     const char16_t* before = FParser.p;
     const double value = FParser.ReadNumEx();
     if (FParser.p == before && !FParser.Empty() && !IsLetter(*before)) FParser.Skip(1);
-    return std::fabs(value) < 1e30 ? value : 0;
+    return std::fabs(value) < kFarthest ? value : 0;
+  }
+
+  static double Coordinate(double current, double value, bool relative) {
+    return relative ? InReach(current + value) : value;
   }
 
   TPointD Pair(double x, bool relative) {
     const double y = Number();
-    return relative ? TPointD{FCurrent.X + x, FCurrent.Y + y} : TPointD{x, y};
+    return {Coordinate(FCurrent.X, x, relative), Coordinate(FCurrent.Y, y, relative)};
   }
 
   void Flush() {
@@ -113,8 +123,8 @@ class TPathParser {
     switch (FLow) {
       case u'm': Move(Pair(value, relative), relative); break;
       case u'l': Line(Pair(value, relative)); break;
-      case u'h': Line({relative ? FCurrent.X + value : value, FCurrent.Y}); break;
-      case u'v': Line({FCurrent.X, relative ? FCurrent.Y + value : value}); break;
+      case u'h': Line({Coordinate(FCurrent.X, value, relative), FCurrent.Y}); break;
+      case u'v': Line({FCurrent.X, Coordinate(FCurrent.Y, value, relative)}); break;
       case u'a': Arc(value, relative); break;
       default: Curve(Pair(value, relative), relative);
     }
@@ -159,28 +169,35 @@ class TPathParser {
     if (FLow != u'q') StartAt(point);
   }
 
+  // No radius makes a line, no distance makes nothing. Source: SVG 1.1, appendix F.6.2.
   void Arc(double rx, bool relative) {
     const double ry = Number(), rotation = Number();
     const bool large = FParser.ReadInt1() != 0, sweep = FParser.ReadInt1() != 0;
     const TPointD end = Pair(Number(), relative);
-    const THtArc arc = THtPath::CalcArc(FCurrent.X, FCurrent.Y, end.X, end.Y, rx, ry, rotation, large, sweep,
-                                        *FPath.PathClass());
-    if (std::isfinite(arc.Cx) && std::isfinite(arc.Cy) && std::isfinite(arc.SweepAngle)) {
-      if (rotation == 0) {
-        Add(FPath, arc);
-      } else {
-        const std::unique_ptr<THtPath> turned = FPath.PathClass()->Create(FPath.FForClip);
-        Add(*turned, arc);
-        THtMatrixData matrix;
-        matrix.Translate(static_cast<float>(-arc.Cx), static_cast<float>(-arc.Cy));
-        matrix.Rotate(static_cast<float>(rotation));
-        matrix.Translate(static_cast<float>(arc.Cx), static_cast<float>(arc.Cy));
-        turned->Transform(matrix);
-        FPath.AddPath(*turned);
-      }
-    }
+    if (rx == 0 || ry == 0)
+      FPath.LineTo(static_cast<float>(end.X), static_cast<float>(end.Y));
+    else if (end.X != FCurrent.X || end.Y != FCurrent.Y)
+      ArcTo(end, rx, ry, rotation, large, sweep);
     FCurrent = end;
     StartAt(end);
+  }
+
+  // An ellipse that floats cannot tell any more is left out.
+  void ArcTo(const TPointD& end, double rx, double ry, double rotation, bool large, bool sweep) {
+    const THtArc arc = THtPath::CalcArc(FCurrent.X, FCurrent.Y, end.X, end.Y, rx, ry, rotation, large, sweep,
+                                        *FPath.PathClass());
+    const auto fits = [](double value) { return std::fabs(value) < kFarthest; };
+    if (!fits(arc.Cx) || !fits(arc.Cy) || !fits(arc.Rx) || !fits(arc.Ry) || !std::isfinite(arc.SweepAngle))
+      return;
+    if (rotation == 0) return Add(FPath, arc);
+    const std::unique_ptr<THtPath> turned = FPath.PathClass()->Create(FPath.FForClip);
+    Add(*turned, arc);
+    THtMatrixData matrix;
+    matrix.Translate(static_cast<float>(-arc.Cx), static_cast<float>(-arc.Cy));
+    matrix.Rotate(static_cast<float>(rotation));
+    matrix.Translate(static_cast<float>(arc.Cx), static_cast<float>(arc.Cy));
+    turned->Transform(matrix);
+    FPath.AddPath(*turned);
   }
 
   static void Add(THtPath& path, const THtArc& arc) {

@@ -69,6 +69,9 @@ TEST(Path, Parses) {
       {u"M.5.5-.5-.5", "M0.5 0.5 L-0.5 -0.5"},
       {u"M1e1 0", "M10 0"},
       {u"M0 0L", "M0 0"},
+      {u"M3 4a9 9 0 0 1 0 0L5 5", "M3 4 L5 5"},
+      {u"M0 0A0 5 0 0 1 4 4", "M0 0 L4 4"},
+      {u"M0 0a1e29 1 45 0 1 4e29 1", "M0 0"},  // the ellipse would reach 1e58
       {u"M0 0LSTL5 5", "M0 0 L5 5"},
   };
   for (const auto& c : cases) EXPECT_EQ(Parsed(c.Data), c.Records) << HtToUtf8(c.Data);
