@@ -34,11 +34,11 @@ TPattern PatternOf(const TFaceRequest& request) {
   return pattern;
 }
 
-TPattern BestMatch(FcPattern* pattern) {
-  FcConfigSubstitute(nullptr, pattern, FcMatchPattern);
+TPattern BestMatch(FcConfig* fonts, FcPattern* pattern) {
+  FcConfigSubstitute(fonts, pattern, FcMatchPattern);
   FcDefaultSubstitute(pattern);
   FcResult result;
-  return TPattern(FcFontMatch(nullptr, pattern, &result), &FcPatternDestroy);
+  return TPattern(FcFontMatch(fonts, pattern, &result), &FcPatternDestroy);
 }
 
 char32_t NextChar(std::u16string_view text, size_t& at) {
@@ -129,11 +129,15 @@ TFontFaces& TFontFaces::Instance() {
   return faces;
 }
 
-TFontFaces::TFontFaces() : FLibrary(std::make_shared<TFontLibrary>()), FBuffer(hb_buffer_create()) {
-  FcInit();
-}
+TFontFaces::TFontFaces()
+    : FLibrary(std::make_shared<TFontLibrary>()),
+      FFonts(FcInitLoadConfigAndFonts()),
+      FBuffer(hb_buffer_create()) {}
 
-TFontFaces::~TFontFaces() { hb_buffer_destroy(FBuffer); }
+TFontFaces::~TFontFaces() {
+  hb_buffer_destroy(FBuffer);
+  if (FFonts) FcConfigDestroy(FFonts);
+}
 
 std::shared_ptr<TFontFace> TFontFaces::OpenFile(const FcPattern* match) {
   FcChar8* file = nullptr;
@@ -159,7 +163,7 @@ std::shared_ptr<TFontFace> TFontFaces::Find(const TFaceRequest& request) {
   const std::lock_guard guard(FLibrary->Lock);
   if (const auto known = FFound.find(request); known != FFound.end()) return known->second;
   const TPattern pattern = PatternOf(request);
-  return FFound[request] = OpenFile(BestMatch(pattern.get()).get());
+  return FFound[request] = OpenFile(BestMatch(FFonts, pattern.get()).get());
 }
 
 std::shared_ptr<TFontFace> TFontFaces::Open(const THtBytes& data) {
@@ -181,7 +185,7 @@ std::vector<std::string> TFontFaces::Families() {
   const std::unique_ptr<FcObjectSet, decltype(&FcObjectSetDestroy)> objects(
       FcObjectSetBuild(FC_FAMILY, nullptr), &FcObjectSetDestroy);
   const std::unique_ptr<FcFontSet, decltype(&FcFontSetDestroy)> fonts(
-      FcFontList(nullptr, all.get(), objects.get()), &FcFontSetDestroy);
+      FcFontList(FFonts, all.get(), objects.get()), &FcFontSetDestroy);
   std::vector<std::string> families;
   for (int i = 0; fonts && i < fonts->nfont; ++i) {
     FcChar8* family;
@@ -198,7 +202,7 @@ std::shared_ptr<TFontFace> TFontFaces::FindWith(const TFaceRequest& request, cha
   const std::unique_ptr<FcCharSet, decltype(&FcCharSetDestroy)> chars(FcCharSetCreate(), &FcCharSetDestroy);
   FcCharSetAddChar(chars.get(), c);
   FcPatternAddCharSet(pattern.get(), FC_CHARSET, chars.get());
-  std::shared_ptr<TFontFace> face = OpenFile(BestMatch(pattern.get()).get());
+  std::shared_ptr<TFontFace> face = OpenFile(BestMatch(FFonts, pattern.get()).get());
   return face && face->HasChar(c) ? face : nullptr;
 }
 

@@ -14,6 +14,7 @@ typedef struct FT_LibraryRec_* FT_Library;
 typedef struct hb_font_t hb_font_t;
 typedef struct hb_buffer_t hb_buffer_t;
 typedef struct _FcPattern FcPattern;
+typedef struct _FcConfig FcConfig;
 
 namespace ht {
 
@@ -103,6 +104,7 @@ class TFontFaces {
   double ShapedWidth(const TFontFace& face, const TShapeRequest& text, uint32_t script);
 
   std::shared_ptr<TFontLibrary> FLibrary;  // its lock is also that of all below
+  FcConfig* FFonts;                        // the installed ones; of its own, so that its end frees all
   hb_buffer_t* FBuffer;
   std::map<TFaceRequest, std::shared_ptr<TFontFace>> FFound;
   std::map<std::pair<TFaceRequest, char32_t>, std::shared_ptr<TFontFace>> FFallbacks;
