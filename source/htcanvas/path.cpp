@@ -19,12 +19,10 @@ double Normalized(double angle) {
 
 double Degrees(double radians) { return radians * 180 / pi; }
 
-// The angle of a vector against another one, or, with `from` on the x axis, its own.
+// The angle from one vector to another. A half turn is positive.
 double AngleBetween(double fromX, double fromY, double toX, double toY) {
-  const double lengths = std::hypot(fromX, fromY) * std::hypot(toX, toY);
-  if (lengths == 0) return 0;
-  const double angle = std::acos(std::clamp((fromX * toX + fromY * toY) / lengths, -1.0, 1.0));
-  return fromX * toY - fromY * toX < 0 ? -angle : angle;
+  const double cross = fromX * toY - fromY * toX, dot = fromX * toX + fromY * toY;
+  return std::atan2(cross == 0 ? 0 : cross, dot);
 }
 
 }  // namespace
@@ -36,6 +34,7 @@ std::unique_ptr<THtPath> THtPathClass::Create(bool forClip) const {
 }
 
 double THtPathClass::XEllipse(double angle, double a, double b) const {
+  if (a == b) return Normalized(angle);
   return Normalized(std::atan2(b * std::sin(angle), a * std::cos(angle)));
 }
 
@@ -62,7 +61,8 @@ THtArc THtPath::CalcArc(double x1, double y1, double x2, double y2, double rx, d
                         bool largeArc, bool sweep, const THtPathClass& pathClass) {
   THtArc arc{x1, y1, std::fabs(rx), std::fabs(ry), 0, 0};
   if ((x1 == x2 && y1 == y2) || rx == 0 || ry == 0) return arc;
-  const double sine = std::sin(angle * pi / 180), cosine = std::cos(angle * pi / 180);
+  const double sine = angle == 0 ? 0 : std::sin(angle * pi / 180);
+  const double cosine = angle == 0 ? 1 : std::cos(angle * pi / 180);
   const double dx = (x1 - x2) / 2, dy = (y1 - y2) / 2;
   const double x = cosine * dx + sine * dy, y = cosine * dy - sine * dx;  // the start, turned back
   const double rx2 = arc.Rx * arc.Rx, ry2 = arc.Ry * arc.Ry;
