@@ -15,7 +15,7 @@ using TCorners = std::array<uint16_t, 16>;
 constexpr std::array<TCorners, 3> kCorners{{
     {10000, 1373, 10000, 1098, 9255, 1412, 9294, 1333, 0, 0, 0, 0, 1804, 0, 2118, 0},
     {10000, 1216, 9490, 1020, 0, 0, 1098, 0, 6784, 588, 6510, 745, 1922, 0, 2119, 0},
-    {10000, 1255, 0, 0, 5490, 1412, 1412, 0, 9373, 1412, 3137, 0, 5725, 78, 2235, 0},
+    {10000, 1255, 0, 0, 5490, 0, 1412, 0, 9373, 1412, 3137, 0, 5725, 78, 2235, 0},
 }};
 
 // How much each mixture of two inks takes part, in parts of 255 x 255: neither, the second, the first, both.
@@ -26,8 +26,10 @@ TShares SharesOf(uint32_t first, uint32_t second) {
 }
 
 // In whole numbers, so that truncating never falls to the last bit of a float. The sum over yellow and black fits in 32
-// bits.
-uint32_t Channel(const TCorners& corners, const TShares& cyanMagenta, const TShares& yellowBlack) {
+// bits. One function a channel: corners that are known leave half of the products out.
+template <size_t kChannel>
+uint32_t Channel(const TShares& cyanMagenta, const TShares& yellowBlack) {
+  constexpr const TCorners& corners = kCorners[kChannel];
   uint64_t sum = 0;
   for (size_t i = 0; i < 4; ++i) {
     uint32_t part = 0;
@@ -41,8 +43,7 @@ uint32_t Channel(const TCorners& corners, const TShares& cyanMagenta, const TSha
 
 uint32_t CMYKtoARGB(uint32_t value) {
   const TShares cm = SharesOf(value & 255, value >> 8 & 255), yk = SharesOf(value >> 16 & 255, value >> 24);
-  return 0xFF000000 | Channel(kCorners[0], cm, yk) << 16 | Channel(kCorners[1], cm, yk) << 8 |
-         Channel(kCorners[2], cm, yk);
+  return 0xFF000000 | Channel<0>(cm, yk) << 16 | Channel<1>(cm, yk) << 8 | Channel<2>(cm, yk);
 }
 
 void THtBitmapData::CMYKtoRGBA() {

@@ -277,9 +277,11 @@ TEST(BitmapData, FourInks) {
   const struct {
     uint32_t Inks, Color;
   } kRows[] = {
-      {0, 0xFFFFFFFF},          {0xFFFFFFFF, 0xFF000000}, {0xFF000000, 0xFF231F20},
-      {0x000000FF, 0xFF00ACEF}, {0x0000FF00, 0xFFEC008B}, {0x00FF0000, 0xFFFFF100},
-      {0x00FFFF00, 0xFFEC1B24}, {0x00800000, 0xFFFFF87F},  // halfway but for 1/255: 0.9744 and 0.498
+      {0, 0xFFFFFFFF},          {0xFFFFFFFF, 0xFF000000}, {0xFF000000, 0xFF231F20}, {0x000000FF, 0xFF00ACEF},
+      {0x0000FF00, 0xFFEC008B}, {0x00FF0000, 0xFFFFF100}, {0x00FFFF00, 0xFFEC1B24}, {0xFF00FF00, 0xFF240000},
+      {0xFFFF0000, 0xFF1B1A00}, {0xFFFFFF00, 0xFF210000}, {0xFF0000FF, 0xFF000E24}, {0x00FF00FF, 0xFF00A64F},
+      {0xFFFF00FF, 0xFF001200}, {0x0000FFFF, 0xFF2E3191}, {0xFF00FFFF, 0xFF000001}, {0x00FFFFFF, 0xFF363638},
+      {0x00800000, 0xFFFFF87F},  // halfway but for 1/255: 0.9744 and 0.498
   };
   for (const auto& row : kRows) EXPECT_EQ(CMYKtoARGB(row.Inks), row.Color) << std::hex << row.Inks;
   THtBitmapData bitmap;
