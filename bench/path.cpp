@@ -67,7 +67,7 @@ void Transform(benchmark::State& state) {
   matrix.Rotate(30);
   Run(state, [&](const hstring&, const THtCustomPath& path) {
     THtCustomPath turned;
-    turned.Assign(path);
+    turned.AddPath(path);
     turned.Transform(matrix);
     benchmark::DoNotOptimize(turned.Count());
   });

@@ -51,6 +51,8 @@ THtCustomPath::TRecs& THtCustomPath::Own() {
   return *FRecs;
 }
 
+THtCustomPath::TRecs& THtCustomPath::InPlace() { return FRecs ? *FRecs : Own(); }
+
 THtPathRec& THtCustomPath::Add(THtPathRecKind kind) {
   THtPathRec& record = Own().emplace_back();
   record.Kind = kind;
@@ -80,7 +82,7 @@ void THtCustomPath::MoveTo(float x, float y) {
   const TRecs& records = Recs();
   if (!records.empty()) {
     if (records.back().Kind == prMoveTo) {
-      Own().back().Point = {x, y};
+      InPlace().back().Point = {x, y};
       return;
     }
     if (records.back().Kind != prCloseFigure && Same({x, y}, LastPoint())) return;
@@ -97,11 +99,11 @@ void THtCustomPath::LineTo(float x, float y) {
     const bool sameX = same(x, last.X), sameY = same(y, last.Y);
     if (sameX && sameY) return;
     if (sameX && same(x, before.X)) {
-      Own().back().Point.Y = y;
+      InPlace().back().Point.Y = y;
       return;
     }
     if (sameY && same(y, before.Y)) {
-      Own().back().Point.X = x;
+      InPlace().back().Point.X = x;
       return;
     }
   }
@@ -171,7 +173,7 @@ void THtCustomPath::GetBounds(TRectF& rect, const THtMatrixData* matrix) const {
 }
 
 void THtCustomPath::Translate(float dx, float dy) {
-  for (THtPathRec& record : Own()) {
+  for (THtPathRec& record : InPlace()) {
     if (kPoints.Contains(record.Kind)) record.Point = {record.Point.X + dx, record.Point.Y + dy};
     const size_t moved = kPointLists.Contains(record.Kind)                  ? record.Points.size()
                          : record.Kind == prArc || record.Kind == prEllipse ? 1
@@ -182,7 +184,7 @@ void THtCustomPath::Translate(float dx, float dy) {
 
 void THtCustomPath::Transform(const THtMatrixData& matrix) {
   using std::numbers::pi;
-  for (THtPathRec& record : Own()) {
+  for (THtPathRec& record : InPlace()) {
     if (record.Kind == prArc) {
       const TPointF corner = record.Points[0], size = record.Points[1], angles = record.Points[2];
       std::vector<TPointF> curves;

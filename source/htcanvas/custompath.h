@@ -69,8 +69,10 @@ struct THtPathRec {
   THtPathPoints Points;
 };
 
-/// A path that keeps what it is made of, and so can be written, measured, made of lines and asked for points. Clone and
-/// Assign copy the records only when one of the two changes.
+/// A path that keeps what it is made of, and so can be written, measured, made of lines and asked for points.
+///
+/// Clone and Assign share the records: a step that is changed in place (GetRec, Translate, Transform, a move or a line that
+/// replaces one) shows in both paths, until one of the two gets another step. AddPath copies.
 class THtCustomPath : public THtPath {
   HT_CLASS(THtCustomPath, THtPath)
 
@@ -101,8 +103,7 @@ class THtCustomPath : public THtPath {
   virtual bool ContainsPoint(float x, float y) const;
 
   int32_t Count() const { return static_cast<int32_t>(Recs().size()); }
-  /// For reading and writing; writing shows in this path only.
-  THtPathRec& GetRec(int32_t index) { return Own()[static_cast<size_t>(index)]; }
+  THtPathRec& GetRec(int32_t index) { return InPlace()[static_cast<size_t>(index)]; }
   const THtPathRec& GetRec(int32_t index) const { return Recs()[static_cast<size_t>(index)]; }
   void Translate(float dx, float dy);
   /// Adds the path as lines to `out`; `tolerance` is a distance that does not matter.
@@ -124,6 +125,7 @@ class THtCustomPath : public THtPath {
 
   const TRecs& Recs() const;
   TRecs& Own();
+  TRecs& InPlace();
   THtPathRec& Add(THtPathRecKind kind);
   void AddPoint(THtPathRecKind kind, float x, float y);
 
