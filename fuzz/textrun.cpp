@@ -51,7 +51,7 @@ static void Map(const uint8_t* data, size_t size) {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   Split(HtFromUtf8({reinterpret_cast<const char*>(data), size}));
   std::u16string units(size / 2, u'\0');
-  std::memcpy(units.data(), data, units.size() * 2);
+  if (size > 0) std::memcpy(units.data(), data, units.size() * 2);
   Split(units);
   Map(data, size);
   return 0;
