@@ -53,6 +53,14 @@ TEST_F(HtDoc, Commands) {
   Write("page", kPage);
   Write("text", "only text\n");
   const std::pair<std::string, std::string> kCases[] = {
+      {"path --records 'M0 0L1 0a1 1 0 012 0z'",
+       "moveto 0 0\nlineto 1 0\narc 1 -1 2 2 180 180\nclosefigure\n"},
+      {"path --bounds 'M1 2h3v4'", "1 2 4 6\n"},
+      {"path --contains 5,5 'M0 0h9v9z'", "true\n"},
+      {"path --matrix 2,0,0,2,1,1 'M1 1L2 3'", "M3 3l2 4 \n"},
+      {"path --flatten 1 'M0 0L4 4'", "M0 0l4 4 \n"},
+      {"runs 'at 19'",
+       "1 2 - bdLTR\n3 1 trfSpace,trfBlank,trfBreakBefore,trfBreakAfter bdNeutral\n4 2 - bdWeakLRT\n"},
       {"tree page",
        "| <html>\n|   lang=\"en\"\n|   <head>\n|     <title>\n|       \"A & B\"\n|     <script>\n|       "
        "src=\"s\"\n"
