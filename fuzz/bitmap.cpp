@@ -2,17 +2,13 @@
 // read to its last byte. Vector code says the same as plain code.
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 
 #include "htcanvas/bitmapdata.h"
 #include "htruntime/exception.h"
 #include "htruntime/stream.h"
+#include "support/require.h"
 
 using namespace ht;
-
-static void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 // Every pixel is there.
 static uint64_t Sum(const THtBitmapData& bitmap) {

@@ -2,19 +2,15 @@
 // more of the text than it has tokens, and no length that comes out is infinite or none.
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 
 #include "htmlcss/boxreflect.h"
 #include "htmlcss/csstokenizer.h"
 #include "htmlcss/csstransform.h"
 #include "htmlcss/elementbackground.h"
 #include "htmlcss/elementshadow.h"
+#include "support/require.h"
 
 using namespace ht;
-
-static void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 static void Take(TMeasure m) { Require(std::isfinite(m.GetFPixels()) && std::isfinite(m.FValue)); }
 

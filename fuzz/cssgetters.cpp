@@ -2,7 +2,6 @@
 // box that comes out is infinite or none. What is applied twice says the same.
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 
 #include "htmlcss/boxreflect.h"
 #include "htmlcss/csstransform.h"
@@ -11,12 +10,9 @@
 #include "htmlcss/elementstyle.h"
 #include "htmlcss/styledhtmlnode.h"
 #include "htmlcss/stylesheet.h"
+#include "support/require.h"
 
 using namespace ht;
-
-static void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 namespace {
 

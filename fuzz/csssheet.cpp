@@ -1,18 +1,14 @@
 // Any text is a style sheet: it is read, written, minified and turned dark, and what was written reads back with the same
 // rules.
 #include <cstdint>
-#include <cstdlib>
 
 #include "htmlcss/cssparser.h"
 #include "htmlcss/stylesheet.h"
+#include "support/require.h"
 
 using namespace ht;
 
 namespace {
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 // Words and numbers only: then the text of a declaration says all about it.
 bool IsPlain(const TCSSValue& value) {

@@ -2,20 +2,16 @@
 // agree.
 #include <cmath>
 #include <cstdint>
-#include <cstdlib>
 
 #include "htmlcss/cssparser.h"
 #include "htmlcss/cssstyleset.h"
 #include "htmlcss/elementstyle.h"
 #include "htmlcss/measure.h"
+#include "support/require.h"
 
 using namespace ht;
 
 namespace {
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 void CheckMeasure(TMeasure m) {
   const float pixels = m.GetFPixels();

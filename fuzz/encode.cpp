@@ -1,17 +1,13 @@
 // Escaped text, unescaped by the plain rules of HTML, is the text again. The input is UTF-16.
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 
 #include "htmlpars/entities.h"
 #include "htmlpars/htmlencode.h"
 #include "htutils/faststring.h"
+#include "support/require.h"
 
 using namespace ht;
-
-static void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 static uint32_t CodeOf(const std::string& name) {
   if (name.starts_with("#x")) return static_cast<uint32_t>(std::stoul(name.substr(2), nullptr, 16));

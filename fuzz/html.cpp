@@ -1,7 +1,6 @@
 // Any bytes give a tree that is linked well and of bounded depth, and whose output reads back.
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
 #include "htmlpars/htmlnode.h"
@@ -9,12 +8,9 @@
 #include "htmlpars/parser.h"
 #include "htruntime/numformat.h"
 #include "htutils/faststring.h"
+#include "support/require.h"
 
 using namespace ht;
-
-static void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 static int32_t DepthOf(const THtNode* node) {
   int32_t depth = 0;

@@ -3,17 +3,13 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 
 #include "htmlpars/stringparser.h"
 #include "htruntime/exception.h"
 #include "htutils/dates.h"
+#include "support/require.h"
 
 using namespace ht;
-
-static void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 // Reads numbers to the end of the text, each kind in turn.
 static void ReadNumbers(const hstring& text, bool raise) {

@@ -1,18 +1,14 @@
 // Any text is path data or refused: what was read is written without a number that is none, reads back, and can be flattened,
 // moved, measured and asked for points.
 #include <cstdint>
-#include <cstdlib>
 
 #include "htcanvas/custompath.h"
 #include "htruntime/exception.h"
+#include "support/require.h"
 
 using namespace ht;
 
 namespace {
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 void CheckText(const hstring& text) {
   Require(text.View().find(u"nan") == std::u16string_view::npos &&

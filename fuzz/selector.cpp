@@ -2,7 +2,6 @@
 // answer alike.
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 #include <vector>
 
 #include "htmlcss/cssparser.h"
@@ -10,12 +9,9 @@
 #include "htmlcss/jqueryprocessor.h"
 #include "htmlcss/styledhtmlnode.h"
 #include "htmlcss/stylesheet.h"
+#include "support/require.h"
 
 using namespace ht;
-
-static void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 namespace {
 

@@ -1,17 +1,13 @@
 // Any sheet over a page, and the same sheet again after changes: what an update resolves is what a new pass over all
 // would give.
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 
 #include "document/document.h"
 #include "document/widths.h"
+#include "support/require.h"
 
 using namespace ht;
-
-static void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 static const char kPage[] =
     "<html><body id=b class=x><h1 title=t>1</h1><p class='a b'>2<b>3<i>4</i></b><a href=#>5</a></p>"

@@ -1,17 +1,13 @@
 // Splitting texts into runs: they cover the text without gap and overlap, and a run alone does not depend on what class
 // it is made of. Character maps over the same bytes decode to some text.
 #include <cstdint>
-#include <cstdlib>
 #include <cstring>
 
 #include "htcanvas/cmap.h"
 #include "htcanvas/splitstring.h"
+#include "support/require.h"
 
 using namespace ht;
-
-static void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 static void Split(const hstring& text) {
   THtTextRuns runs;

@@ -2,14 +2,11 @@
 #include "htmlpars/texturls.h"
 
 #include <cstdint>
-#include <cstdlib>
 #include <vector>
 
-using namespace ht;
+#include "support/require.h"
 
-static void Require(bool holds) {
-  if (!holds) std::abort();
-}
+using namespace ht;
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   constexpr char16_t kPlace = 0xE000;

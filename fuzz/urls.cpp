@@ -3,16 +3,12 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdlib>
 
 #include "htutils/base64.h"
 #include "htutils/email.h"
+#include "support/require.h"
 
 using namespace ht;
-
-static void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 // A list of addresses ends, however it is written.
 static void ReadAddresses(hstring list) {

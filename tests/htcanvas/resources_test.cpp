@@ -1,8 +1,7 @@
-// Brushes, pens, fonts and images.
+// Brushes, pens, names of fonts, images.
 
 #include <gtest/gtest.h>
 
-#include "fixedcanvas/fixedcanvas.h"
 #include "htcanvas/htcanvas.h"
 #include "htruntime/exception.h"
 
@@ -110,22 +109,6 @@ TEST(Font, NamesAndWeights) {
   EXPECT_THROW(HtMakeOpenTypeTag(u"ab"), EHtException);
 }
 
-TEST(Font, CollectionsKeepThem) {
-  const auto fonts = TFixedCanvas::Class()->CreateFontCollection();
-  THtFont* font = fonts->GetFont(u"Arial"_hs, 16, {hfsBold});
-  EXPECT_EQ(font->FFontKey, u"arial|16|1|");
-  EXPECT_EQ(fonts->GetFont(u"ARIAL"_hs, 16, {hfsBold, hfsUnderline}), font);
-  EXPECT_NE(fonts->GetFont(u"Arial"_hs, 16.5f, {hfsBold}), font);
-  TStringList fallbacks, families;
-  fallbacks.Add(u"Serif"_hs);
-  THtFont* other = fonts->GetFont(u"Arial"_hs, 16, {hfsBold, hfsItalic}, &fallbacks);
-  EXPECT_EQ(other->FFontKey, u"arial|16|3|Serif");
-  fonts->GetFonts(families);
-  EXPECT_EQ(families.GetCount(), 1);
-  fonts->RegisterCustomFont(u"x"_hs, u"/no/such/file"_hs, {});
-  EXPECT_TRUE(!fonts->Shared && fonts->GetFontData(u"x"_hs).empty());
-}
-
 TEST(Image, Formats) {
   using namespace std::literals;
   const struct {
@@ -162,44 +145,6 @@ TEST(Image, Formats) {
   images.AddObject(u"b"_hs, own);
   images.AddObject(u"a"_hs, &kept);
   EXPECT_TRUE(images.FindImage(u"B") == own && !images.FindImage(u"c"));
-}
-
-TEST(TextRuns, Split) {
-  const struct {
-    const char16_t* Text;
-    const char* Runs;  // start+count, b/a for breaks, s space, _ blank, n line, t tab, then the direction
-  } cases[] = {
-      // clang-format off
-      {u"", ""}, {u"ab cd", "1+2:L 3+1ba_s:N 4+2:L"}, {u"\t\t ", "1+2ba_st:N 3+1ba_s:N"}, {u"\r\n\n\n\r", "1+2ba_sn:N 3+1ba_sn:N 4+2ba_sn:N"},
-      {u"a\u00A0\u00A0b", "1+1:L 2+2s:N 4+1:L"}, {u"1,234.5", "1+7:W"}, {u"1, 2", "1+1:W 2+1a:N 3+1ba_s:N 4+1:W"}, {u"12px", "1+4:W"},
-      {u"a-b", "1+1:L 2+1a:N 3+1:L"}, {u"-12", "1+1:W 2+2:W"}, {u"x -5", "1+1:L 2+1ba_s:N 3+1b:W 4+1:W"}, {u"a/b", "1+1:L 2+1b:N 3+1:L"},
-      {u"don't", "1+5:L"}, {u"a_1`", "1+4:L"}, {u"(a)", "1+1:N 2+1:L 3+1:N"}, {u"...(", "1+4:N"}, {u"(5)", "1+1:N 2+1:W 3+1:N"},
-      {u"ab\u00ADcd", "1+3a:L 4+2:L"}, {u"\u00ADx", "1+1a:N 2+1:L"}, {u"\u4E00\u3002", "1+1b:L 2+1a:L"}, {u"\u4E00\u4E01", "1+1ba:L 2+1ba:L"},
-      {u"\u05D0\u05D1 a", "1+2:R 3+1ba_s:N 4+1:L"}, {u"a\U0001F600b", "1+4:L"}, {u"a\u4E00(", "1+1:L 2+1ba:L 3+1:N"},
-      // clang-format on
-  };
-  const struct {
-    THtTextRunFlag Flag;
-    char Letter;
-  } kLetters[] = {{trfBreakBefore, 'b'}, {trfBreakAfter, 'a'}, {trfBlank, '_'},
-                  {trfSpace, 's'},       {trfLineBreak, 'n'},  {trfTab, 't'}};
-  for (const auto& c : cases) {
-    THtTextRuns runs;
-    TFixedCanvas::Class()->SplitString(c.Text, runs, nullptr);
-    std::string text;
-    int32_t next = 1;
-    for (int32_t i = 0; i < runs.GetCount(); ++i) {
-      const THtTextRun& run = *runs.GetRun(i);
-      EXPECT_EQ(run.Start, next);
-      next += run.Count;
-      text += (i ? " " : "") + std::to_string(run.Start) + "+" + std::to_string(run.Count);
-      for (const auto& letter : kLetters)
-        if (run.Flags.Contains(letter.Flag)) text += letter.Letter;
-      text += std::string(":") + "LNWR"[run.Bidi];
-    }
-    EXPECT_EQ(text, c.Runs) << HtToUtf8(c.Text);
-    EXPECT_EQ(next, static_cast<int32_t>(std::u16string_view(c.Text).size()) + 1);
-  }
 }
 
 }  // namespace

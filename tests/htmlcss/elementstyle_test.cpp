@@ -5,7 +5,6 @@
 
 #include <gtest/gtest.h>
 
-#include "htmlcss/boxreflect.h"
 #include "htmlcss/cssproptable.h"
 #include "htmlcss/csstransform.h"
 #include "htmlcss/elementbackground.h"
@@ -245,8 +244,6 @@ const TCase kOthers[] = {
     {TextShadow, u"text-shadow:red 1px 1px 2px", u"", "1 1 2 FFFF0000"}, {TextShadow, u"", u"text-shadow:1px 1px 2px red", "1 1 2 FFFF0000"}, {VALUE(NoTextShadow), u"text-shadow:1px 1px 2px red", u"", "no"},
     {GradientOf, u"", u"background:linear-gradient(red, blue)", "Bottom 180 FFFF0000@0 FF0000FF@100"}, {GradientOf, u"", u"background:linear-gradient(to right, red 10%, blue)", "Right 90 FFFF0000@10 FF0000FF@100"},
     {GradientOf, u"", u"background:linear-gradient(45deg, red, lime, blue)", "Bottom 45 FFFF0000@0 FF00FF00@50 FF0000FF@100"}, {GradientOf, u"", u"background-image:linear-gradient(to top left, red, blue)", "TopLeft -45 FFFF0000@0 FF0000FF@100"},
-    {GradientOf, u"", u"background:linear-gradient(top, red, blue)", "Bottom 180 FFFF0000@0 FF0000FF@100"}, {GradientOf, u"", u"background:linear-gradient(red)", "Bottom 180 FFFF0000@auto"},
-    {GradientOf, u"", u"background-image:radial-gradient(circle at 10px 20px, red, blue)", "radial FFFF0000@0 FF0000FF@100"}, {GradientOf, u"", u"background-image:radial-gradient(red)", "radial FFFF0000@0"},
     {Background, u"", u"background-image:-webkit-linear-gradient(red,blue)", "absent |Top 0|auto auto|bsAuto auto auto|brRepeat boPaddingBox baScroll"},
     {Background, u"", u"background-image:url(a%20b.png);background-position:right top", "a b.png|Top 0|50 0|bsAuto auto auto|brRepeat boPaddingBox baScroll"},
     {Background, u"", u"background-image:url(a.png);background-position:top 5px;background-size:20% 3px;background-attachment:fixed", "a.png|Top 0|0 5|bsSize 10 3|brRepeat boPaddingBox baFixed"},
@@ -441,26 +438,6 @@ TEST(ElementStyle, KeyFrameAnimation) {
   }
   // Before the first step; towards 50 %; from 600 ms on towards the end; over after 1000 ms, and back at the start.
   EXPECT_EQ(text, "!0:0@199 !1:500@399 -1:500@599 !2:500@799 -2:500@999 -0:0@-1 !0:0@199 ");
-}
-
-TEST(BoxReflect, Decode) {
-  TTree tree(u"", u"box-reflect:below 5px linear-gradient(left, red, lime, blue 30%)");
-  TBoxReflect reflect;
-  TCSSTokenSequence sequence(&tree.Style().BoxReflect()->Tokens);
-  reflect.Decode(sequence);
-  EXPECT_EQ(Show(reflect.Kind) + " " + Show(reflect.Offset) + " " + Gradient(reflect.Mask),
-            "brBelow 5 Left -90 FFFF0000@0 FF00FF00@100 FF0000FF@30");
-}
-
-TEST(Transform, Accessors) {
-  TTree tree(u"", u"transform:translate(10%,20%)");
-  TTransform transform;
-  tree.Style().GetTransform(transform, false);
-  EXPECT_EQ(Show(*transform.TranslateX(false)) + " " + Show(*transform.TranslateY(false)), "6 10");
-  EXPECT_EQ(transform.ScaleX(false), nullptr);
-  EXPECT_EQ(transform.ScaleY(true)->FValue, 1);
-  EXPECT_EQ(transform.Items.size(), 2u);
-  EXPECT_EQ(transform.Items[1].TransformType, ttScaleY);
 }
 
 }  // namespace
