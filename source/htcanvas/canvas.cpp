@@ -5,6 +5,7 @@
 
 #include "htcanvas/bitmap.h"
 #include "htcanvas/custompath.h"
+#include "htcanvas/fontcollection.h"
 #include "htcanvas/shadowcache.h"
 #include "htcanvas/textrun.h"
 #include "htruntime/exception.h"
@@ -266,6 +267,13 @@ THtBrush& THtCanvas::GetBrush(uint32_t color) {
   return *FSolidBrush;
 }
 
+THtFontCollection& THtCanvas::GetFontCollection() {
+  if (FFontCollection) return *FFontCollection;
+  if (THtFontCollection* shared = CanvasClass()->SharedFontCollection()) return *shared;
+  if (!FOwnFonts) FOwnFonts = CanvasClass()->CreateFontCollection();
+  return *FOwnFonts;
+}
+
 void THtCanvas::SetImageColorMatrix(const THtColorMatrix& matrix) {
   if (!FImageColorMatrix) FImageColorMatrix = std::make_unique<THtColorMatrix>();
   *FImageColorMatrix = matrix;
@@ -306,6 +314,12 @@ void THtCanvas::SetPageWidthMM(float width) {
 void THtCanvas::SetPageHeightMM(float height) {
   FPageHeightMM = height;
   UpdatePagePixels();
+}
+
+void THtCanvas::SetMultipage(int32_t hPages, int32_t vPages, TCSSOrientation orientation) {
+  FHPages = std::max(hPages, 1);
+  FVPages = std::max(vPages, 1);
+  FMultipageOrientation = orientation;
 }
 
 void THtCanvas::BeginPaging(float widthMM, float heightMM, int32_t dpi, TCSSOrientation orientation) {

@@ -168,6 +168,11 @@ class THtCanvas : public TObject {
   /// False here: the scene was not scaled and must be painted.
   virtual bool FastScale(const THtCanvasScene& scene, const TRectF& rect);
 
+  /// The fonts for recorded texts that bring a font of another class: those that were set, else those that the class
+  /// shares, else the canvas's own.
+  THtFontCollection& GetFontCollection();
+  /// Borrowed; null goes back to the rule above.
+  void SetFontCollection(THtFontCollection* fonts) { FFontCollection = fonts; }
   bool HasImageMatrix() const { return FImageColorMatrix != nullptr; }
   int32_t Scale(float value) const;
   int32_t GetPageCount() const { return static_cast<int32_t>(fPages.size()); }
@@ -175,6 +180,9 @@ class THtCanvas : public TObject {
   void SetPageHeightMM(float height);
   int32_t GetPageWidthPixels() const { return FPageWidthPixels; }
   int32_t GetPageHeightPixels() const { return FPageHeightPixels; }
+  /// How many pages come side by side and below each other on a sheet of what is exported, and how the sheet lies; with
+  /// coDefault each page is one of its own. Numbers below 1 count as 1.
+  void SetMultipage(int32_t hPages, int32_t vPages, TCSSOrientation orientation);
   bool GetPaged() const { return FPaged; }
   /// Moves the sides to whole pixels of the target.
   void SnaptoPixels(TRectF& rect) const;
@@ -217,6 +225,8 @@ class THtCanvas : public TObject {
   void DrawLargeShadow(const THtShadowProps& props);
   THtBitmap* ShadowSquare(const THtShadowProps& props, int32_t side, int32_t blur);
   void UpdatePagePixels();
+
+  std::unique_ptr<THtFontCollection> FOwnFonts;
 };
 
 }  // namespace ht

@@ -82,6 +82,8 @@ class THtCustomPath : public THtPath {
   void Clear() override;
   std::unique_ptr<THtPath> Clone() const override;
   void Assign(const THtCustomPath& path);
+  /// Gives the path records of its own.
+  void Unshare() { Own(); }
   void StartFigure() override { Add(prStartFigure); }
   void CloseFigure() override { Add(prCloseFigure); }
   void AddArc(float x, float y, float w, float h, float startAngle, float sweepAngle, float extra) override;

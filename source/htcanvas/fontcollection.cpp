@@ -13,7 +13,6 @@ namespace ht {
 namespace {
 
 constexpr int32_t kFonts = 256, kCustomFonts = 16;
-constexpr THtFontStyles kLines{hfsUnderline, hfsStrikeOut};
 
 uint32_t StyleByte(THtFontStyles styles) {
   uint32_t byte = 0;
@@ -25,7 +24,7 @@ uint32_t StyleByte(THtFontStyles styles) {
 hstring FontKey(const hstring& name, float size, THtFontStyles style, const TStringList* fallbacks) {
   hstring lower = name;
   hLower(lower);
-  hstring key = HtFormat(u"%s|%s|%x|", lower, HtFormatDecimal(size, 2), StyleByte(style - kLines));
+  hstring key = HtFormat(u"%s|%s|%x|", lower, HtFormatDecimal(size, 2), StyleByte(style - kHtFontLines));
   for (int32_t i = 0; fallbacks && i < fallbacks->GetCount(); ++i) key += fallbacks->Get(i);
   return key;
 }

@@ -10,6 +10,9 @@ namespace ht {
 class THtCanvasClass;
 class TStream;
 
+/// What a font is asked for without: each text has its own.
+constexpr THtFontStyles kHtFontLines{hfsUnderline, hfsStrikeOut};
+
 /// A font that the application has registered with its data.
 class THtCustomFont : public TObject {
   HT_CLASS(THtCustomFont, TObject)

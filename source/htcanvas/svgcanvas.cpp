@@ -40,44 +40,10 @@ std::u16string_view PartOf(std::u16string_view text, int32_t start, int32_t coun
 
 // --- the class ---
 
-const THtCanvasClass& THtSVGCanvasClass::RefCanvas() const {
-  const THtCanvasClass* ref = HtFMXDefaultCanvasClass ? HtFMXDefaultCanvasClass : HtDefaultCanvasClass;
-  if (!ref) throw EHtException(u"No reference canvas class is set"_hs);
-  return *ref;
-}
-
-THtStringList& THtSVGCanvasClass::FontDictionary() const { return RefCanvas().FontDictionary(); }
-const THtBrushClass* THtSVGCanvasClass::BrushClass() const { return RefCanvas().BrushClass(); }
-const THtPenClass* THtSVGCanvasClass::PenClass() const { return RefCanvas().PenClass(); }
-const THtFontClass* THtSVGCanvasClass::FontClass() const { return RefCanvas().FontClass(); }
-const THtImageClass* THtSVGCanvasClass::ImageClass() const { return RefCanvas().ImageClass(); }
-const THtPathClass* THtSVGCanvasClass::PathClass() const { return RefCanvas().PathClass(); }
 const THtPageClass* THtSVGCanvasClass::PageClass() const { return THtPageSVG::Class(); }
-const THtBitmapClass* THtSVGCanvasClass::BitmapClass() const { return RefCanvas().BitmapClass(); }
-THtFontCollection* THtSVGCanvasClass::SharedFontCollection() const {
-  return RefCanvas().SharedFontCollection();
-}
-std::unique_ptr<THtFontCollection> THtSVGCanvasClass::CreateFontCollection() const {
-  return RefCanvas().CreateFontCollection();
-}
 THtCanvasFlags THtSVGCanvasClass::GetFlags() const {
   return RefCanvas().GetFlags() - THtCanvasFlags{hcfSupportsTextLayouts} +
          THtCanvasFlags{hcfSupportsImageRef};
-}
-void THtSVGCanvasClass::GetFonts(TStringList& list) const { RefCanvas().GetFonts(list); }
-bool THtSVGCanvasClass::HasFont(const hstring& name) const { return RefCanvas().HasFont(name); }
-THtBytes THtSVGCanvasClass::ImageListItemtoBytes(TObject* imageList, int32_t index) const {
-  return RefCanvas().ImageListItemtoBytes(imageList, index);
-}
-float THtSVGCanvasClass::MeasureString(const hstring& text, THtFont& font, const THtTextStyle& style,
-                                       float value, int32_t start, int32_t count) const {
-  return RefCanvas().MeasureString(text, font, style, value, start, count);
-}
-bool THtSVGCanvasClass::PointInPath(float x, float y, const THtPath& path) const {
-  return RefCanvas().PointInPath(x, y, path);
-}
-bool THtSVGCanvasClass::PointOnPath(float x, float y, const THtPath& path, float tolerance) const {
-  return RefCanvas().PointOnPath(x, y, path, tolerance);
 }
 
 // --- scenes and groups ---
@@ -322,7 +288,8 @@ void THtSVGCanvas::FillPath(const THtBrush& brush, const THtPath& path) {
 
 void THtSVGCanvas::DrawShadow(const THtPath*, const THtShadowProps&) {}
 
-void THtSVGCanvas::DrawImage(THtImage& image, const TRectF& rect, float) {
+void THtSVGCanvas::DrawImage(THtImage& image, const TRectF& rect, float opacity) {
+  if (image.IsMeta) return THtCanvas::DrawImage(image, rect, opacity);
   const bool byAddress = !image.Url.Empty();
   const THtBytes bytes = byAddress ? THtBytes() : image.AsBytes();
   if (!byAddress && bytes.empty()) return;

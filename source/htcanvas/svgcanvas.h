@@ -1,38 +1,18 @@
 #pragma once
 
 #include "htcanvas/canvas.h"
+#include "htcanvas/refcanvasclass.h"
 #include "htcanvas/svgwriter.h"
 #include "htmlcss/styleindexer.h"
 
 namespace ht {
 
-/// The class reference of SVG canvases. What needs fonts or resources is asked of the reference class: a host must have set
-/// HtDefaultCanvasClass, or each such operation raises EHtException "No reference canvas class is set".
-class THtSVGCanvasClass : public THtCanvasClass {
+class THtSVGCanvasClass : public THtRefCanvasClass {
  public:
-  using THtCanvasClass::THtCanvasClass;
+  using THtRefCanvasClass::THtRefCanvasClass;
 
-  THtStringList& FontDictionary() const override;
-  const THtBrushClass* BrushClass() const override;
-  const THtPenClass* PenClass() const override;
-  const THtFontClass* FontClass() const override;
-  const THtImageClass* ImageClass() const override;
-  const THtPathClass* PathClass() const override;
   const THtPageClass* PageClass() const override;
-  const THtBitmapClass* BitmapClass() const override;
-  THtFontCollection* SharedFontCollection() const override;
-  std::unique_ptr<THtFontCollection> CreateFontCollection() const override;
   THtCanvasFlags GetFlags() const override;
-  void GetFonts(TStringList& list) const override;
-  bool HasFont(const hstring& name) const override;
-  THtBytes ImageListItemtoBytes(TObject* imageList, int32_t index) const override;
-  float MeasureString(const hstring& text, THtFont& font, const THtTextStyle& style, float value,
-                      int32_t start, int32_t count) const override;
-  bool PointInPath(float x, float y, const THtPath& path) const override;
-  bool PointOnPath(float x, float y, const THtPath& path, float tolerance) const override;
-
-  /// HtFMXDefaultCanvasClass if it is set, else HtDefaultCanvasClass.
-  virtual const THtCanvasClass& RefCanvas() const;
 
  protected:
   ~THtSVGCanvasClass() = default;
@@ -93,7 +73,7 @@ class THtSVGCanvas : public THtCanvas {
   void EndLink() override;
   void MatrixTransform(const THtMatrixData& matrix, bool multiply) override;
   void DrawShadow(const THtPath* path, const THtShadowProps& props) override;
-  /// By address where the image has one, else with its data.
+  /// By address where the image has one, else with its data; a recorded one is played.
   void DrawImage(THtImage& image, const TRectF& rect, float opacity) override;
 
   /// The CSS of the classes that texts refer to.
