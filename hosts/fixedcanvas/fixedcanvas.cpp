@@ -19,6 +19,8 @@ void TFixedFont::Create(THtFontCollection* owner, const hstring& name, float hei
 void TBytesImage::OnLoaded(const THtBytes& bytes, bool flag) {
   THtImage::OnLoaded(bytes, flag);
   FBytes = bytes;
+  Loaded = true;
+  State = hisLoaded;
 }
 
 THtStringList& TFixedCanvasClass::FontDictionary() const {

@@ -190,6 +190,10 @@ void THtMetaCanvas::FillImage(const TRectF& rect, THtImage& image, float deltaX,
   Record<THtMetaFillImageRec>(rect, image, deltaX, deltaY, background, opacity, radius);
 }
 
+void THtMetaCanvas::KeepImage(std::unique_ptr<THtImage> image) {
+  if (FList) FList->KeepImage(std::move(image));
+}
+
 // --- pages ---
 
 void THtMetaCanvas::BeginPaging(float widthMM, float heightMM, int32_t dpi, TCSSOrientation orientation) {

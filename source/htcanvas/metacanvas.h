@@ -112,6 +112,8 @@ class THtMetaCanvas : public THtCanvas {
   void MakeMultipage();
   /// What is recorded into now: that of the last page, or of the scenes without pages. Null before the first scene.
   THtMetaList* List() const { return FList; }
+  /// Leaves an image that was drawn to the list.
+  void KeepImage(std::unique_ptr<THtImage> image);
 
   std::vector<std::unique_ptr<THtMetaList>> Multipages;
   /// Indexes of pages, from 0; those that there are not are passed over.

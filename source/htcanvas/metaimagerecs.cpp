@@ -1,6 +1,6 @@
 #include "htcanvas/metaimagerecs.h"
 
-#include "htcanvas/canvas.h"
+#include "htcanvas/metacanvas.h"
 #include "htcanvas/metareader.h"
 #include "htcanvas/metawriter.h"
 
@@ -22,16 +22,19 @@ void THtMetaImageRec::WithImage(THtCanvas& canvas, const std::function<void(THtI
   const auto byAddress = [&] {
     return !Image->Url.Empty() && canvas.CanvasClass()->GetFlags().Contains(hcfSupportsImageRef);
   };
-  if (Image && (Image->ClassType() == imageClass || Image->IsMeta || byAddress())) return draw(*Image);
+  auto* recorder = dynamic_cast<THtMetaCanvas*>(&canvas);
+  if (Image && (recorder || Image->ClassType() == imageClass || Image->IsMeta || byAddress()))
+    return draw(*Image);
   const THtBytes bytes = Image ? Image->AsBytes() : ImageData;
   if (bytes.empty()) return;
-  const auto crossed = imageClass->Create(bytes);
+  auto crossed = imageClass->Create(bytes);
   if (!crossed) return;
   if (Image) {
     crossed->Width = Image->Width;
     crossed->Height = Image->Height;
   }
   if (crossed->GetLoaded()) draw(*crossed);
+  if (recorder) recorder->KeepImage(std::move(crossed));
 }
 
 void THtMetaImageRec::Draw(THtCanvas& canvas, float opacity) {

@@ -85,6 +85,8 @@ void THtMetaList::TakeRecords(THtMetaList& other) {
   FRecs.SetCapacity(Count() + other.Count());
   for (int32_t i = 0; i < other.Count(); ++i) Add(other.GetRec(i));
   other.FRecs.SetCapacity(0);
+  std::move(other.FImages.begin(), other.FImages.end(), std::back_inserter(FImages));
+  other.FImages.clear();
 }
 
 }  // namespace ht

@@ -51,7 +51,9 @@ class THtMetaList : public THtDisplayList {
   void LoadfromStream(TStream& stream, const THtCanvasClass& canvasClass, THtFontCollection& fonts);
   /// Called before each record that is played.
   void SetOnDrawRec(THtMetaRecDrawEvent event) { FOnDrawRec = std::move(event); }
-  /// Moves all records of the other list to the end of this one. Both own their records, or neither does.
+  /// Owns an image that records refer to.
+  void KeepImage(std::unique_ptr<THtImage> image) { FImages.push_back(std::move(image)); }
+  /// Moves all records and images of the other list to the end of this one. Both own their records, or neither does.
   void TakeRecords(THtMetaList& other);
   /// Gives back the memory that was kept for further records.
   void Trim() { FRecs.SetCapacity(FRecs.GetCount()); }
@@ -61,6 +63,7 @@ class THtMetaList : public THtDisplayList {
  private:
   THtMetaRecDrawEvent FOnDrawRec;
   THtObjectList FRecs;
+  std::vector<std::unique_ptr<THtImage>> FImages;
 };
 
 }  // namespace ht
