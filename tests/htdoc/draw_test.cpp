@@ -1,4 +1,4 @@
-// htdoc draw: scripts to SVG, to the character.
+// htdoc draw and meta: scripts to SVG, to the character, directly and through a recording.
 
 #include <cstdio>
 #include <filesystem>
@@ -17,11 +17,17 @@ class HtDocDraw : public testing::Test {
   HtDocDraw() { fs::create_directories(FFolder); }
   ~HtDocDraw() override { fs::remove_all(FFolder); }
 
+  void Write(const std::string& name, const std::string& bytes) {
+    std::ofstream(FFolder / name, std::ios::binary) << bytes;
+  }
   // Draws a script; what was printed, on either stream.
   std::string Draw(const std::string& script, const std::string& options = {}, int status = 0) {
-    std::ofstream(FFolder / "script", std::ios::binary) << script;
+    Write("script", script);
+    return Run("draw " + options + " script", status);
+  }
+  std::string Run(const std::string& arguments, int status = 0) {
     const std::string command =
-        "cd '" + FFolder.string() + "' && '" HT_PROGRAM "' draw --fixed-fonts " + options + " script 2>&1";
+        "cd '" + FFolder.string() + "' && '" HT_PROGRAM "' " + arguments + " --fixed-fonts 2>&1";
     FILE* pipe = popen(command.c_str(), "r");
     std::string output;
     for (int c; (c = std::fgetc(pipe)) != EOF;) output += static_cast<char>(c);
@@ -117,7 +123,55 @@ TEST_F(HtDocDraw, Faults) {
     const std::string output = Draw(script, {}, 2);
     EXPECT_NE(output.find(message), std::string::npos) << script << ": " << output;
   }
-  EXPECT_NE(Draw("", "-o a.hmeta", 2).find("SVG only"), std::string::npos);
+  EXPECT_NE(Draw("", "-o a.hmeta --style", 2).find("no style"), std::string::npos);
+}
+
+TEST_F(HtDocDraw, Recorded) {
+  const std::string page = "page 25.4 50.8 96\n";
+  const std::string script =
+      page + "line 0 0 1 1\nsave\nrotate 15\ntext 5 6 60 20 A \"b\"\nrestore\n" + page +
+      "linear 90 0 0 9 8 0:FFFFFFFF 1:FF000000\nfillpath M0 0H9V9\n" + page +
+      "pen 80FF0000 2 dash\nroundrect 1 2 30 40 5 6\nbrush FF00FF00\nfillrect 1 2 3 4\n";
+  const std::string direct = Draw(script);
+  EXPECT_EQ(Draw(script, "-o r.hmeta"), "");
+  EXPECT_EQ(Run("meta r.hmeta --check"), "true\n");
+  EXPECT_EQ(Run("meta r.hmeta --opacity 1 --page 96x192"), direct);
+  EXPECT_EQ(Run("meta r.hmeta --svg p --page 96x192"), "");
+  EXPECT_EQ(Read("p-1.svg") + "\n" + Read("p-2.svg") + "\n" + Read("p-3.svg") + "\n", direct);
+  const std::string third =
+      R"(<rect fill="none" x="1" y="2" width="30" height="40" rx="5" ry="6" stroke="#ff0000)";
+  const std::string tail = R"("/><rect x="1" y="2" width="3" height="4" fill="#00ff00" fill-opacity=")";
+  EXPECT_EQ(Run("meta r.hmeta --order 3 --opacity .5 --page 9x9"),
+            kHead + R"(width="9" height="9">)" + third + R"(40" stroke-width="2" stroke-dasharray="8)" +
+                tail + ".5\"/></svg>\n");
+  const std::string sheet = Run("meta r.hmeta --sheet 2x1 --page 100x200 --style");
+  EXPECT_EQ(sheet.find(kHead + R"(width="200" height="100"><style>.f0{)"), 0u) << sheet;
+  EXPECT_NE(sheet.find(R"~(<g transform="matrix(.5,0,0,.5,100,0)"><linearGradient)~"), sheet.npos) << sheet;
+
+  const std::string dump = Run("meta r.hmeta");
+  EXPECT_EQ(dump, Run("meta r.hmeta --dump"));
+  for (
+      const char* line :
+      {R"({"page":1,"record":"line","x1":0,"y1":0,"x2":1,"y2":1,"Pen":{"FLineJoin":"ljMiter","FLineCap":"lcFlat","FColor":"FF000000","FWidth":1,"FPenStyle":"hpsSolid","FDashOffset":0,"FMode":"ldmCopy","Dashes":[]}})",
+       R"({"page":1,"record":"state","Save":true})",
+       R"({"page":1,"record":"matrix","M":[0.9659,0.2588,-0.2588,0.9659,0,0],"Flags":"mfRotation"})",
+       R"({"page":1,"record":"text","Text":"A \"b\"","Font":{"FFamily":"Arial","FHeight":16},"FontStyle":[],"RTL":false)",
+       R"({"page":2,"record":"path","Path":{"Data":"M0 0h9 v9 ","FForClip":false,"FillModeWinding":false},"Fill":true,"Bounds":[0,0,9,9],"Brush":{"Kind":"hbGradient","Angle":90,)",
+       R"({"page":3,"record":"rect","X":1,"Y":2,"w":3,"h":4,"Rx":0,"Ry":0,"Rounded":false,"Fill":true,"Stroke":false,"BrushColor":"FF00FF00"})"})
+    EXPECT_NE(dump.find(line), dump.npos) << line << "\n" << dump;
+
+  const std::string bytes = Read("r.hmeta");
+  Write("cut.hmeta", bytes.substr(0, bytes.size() - 1));
+  EXPECT_EQ(Run("meta cut.hmeta --check", 1), "false\n");
+  EXPECT_NE(Run("meta cut.hmeta", 2).find("Stream read error"), std::string::npos);
+  const std::pair<const char*, const char*> kFaults[] = {
+      {"--order 4", "--order: no number from 1 to 3: 4"},
+      {"--sheet 2", "--sheet: no pair of numbers AxB: 2"},
+      {"--sheet 1x1 --order 1", "leave out --sheet or --order"},
+      {"--opacity nan", "--opacity: no number from 0"},
+  };
+  for (const auto& [options, message] : kFaults)
+    EXPECT_NE(Run(std::string("meta r.hmeta ") + options, 2).find(message), std::string::npos) << options;
 }
 
 }  // namespace

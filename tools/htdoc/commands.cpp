@@ -10,11 +10,12 @@ extern const TCommand kStyleCommand;
 extern const TCommand kPathCommand;
 extern const TCommand kRunsCommand;
 extern const TCommand kDrawCommand;
+extern const TCommand kMetaCommand;
 
 std::span<const TCommand* const> AllCommands() {
   static constexpr const TCommand* kCommands[] = {
-      &kTreeCommand,   &kHtmlCommand,  &kTextCommand, &kXPathCommand, &kCssCommand,
-      &kSelectCommand, &kStyleCommand, &kPathCommand, &kRunsCommand,  &kDrawCommand,
+      &kTreeCommand,  &kHtmlCommand, &kTextCommand, &kXPathCommand, &kCssCommand,  &kSelectCommand,
+      &kStyleCommand, &kPathCommand, &kRunsCommand, &kDrawCommand,  &kMetaCommand,
   };
   return kCommands;
 }

@@ -1,23 +1,13 @@
 #include "command.h"
 #include "document.h"
 #include "drawscript.h"
-#include "fixedcanvas/fixedcanvas.h"
+#include "fonts.h"
 #include "htruntime/filestream.h"
 #include "output.h"
-
-#ifdef HTDOC_FONTS
-#include <refcanvas/refcanvas.h>  // in angle brackets: the program is built without it, too
-#endif
 
 using namespace ht;
 
 namespace {
-
-void WriteFile(const std::string& name, const hstring& text) {
-  const std::string bytes = HtToUtf8(text);
-  TFileStream file(HtFromUtf8(name), fmCreate);
-  file.WriteBuffer(bytes.data(), static_cast<int64_t>(bytes.size()));
-}
 
 // "out.svg" and 2: "out-2.svg".
 std::string NumberedName(const std::string& name, int32_t number) {
@@ -45,27 +35,34 @@ void PutPages(const std::string& file, const THtSVGCanvas& canvas) {
   }
 }
 
-// Text needs a host that has fonts; a build without one has only the canvas whose characters are all alike.
-void UseFonts(bool fixed) {
-  if (fixed) {
-    HtDefaultCanvasClass = TFixedCanvas::Class();
-    return;
-  }
-#ifdef HTDOC_FONTS
-  TRefCanvas::Register();
-#else
-  throw EUsage("this build has no fonts: --fixed-fonts draws without");
-#endif
+void RunScript(const TArguments& arguments, TDrawScript& script) {
+  script.Run(HtToUtf8(ReadText(arguments, arguments.Operand(0))));
+  script.Finish();
+}
+
+// The list of each page, one behind the other; without pages, that of the scene.
+void Record(const TArguments& arguments, const std::string& fileName) {
+  THtMetaCanvas canvas;
+  TDrawScript script(canvas,
+                     [&canvas] { return canvas.List()->Count() > 0; });  // has the fonts of the records
+  RunScript(arguments, script);
+  TFileStream file(HtFromUtf8(fileName), fmCreate);
+  const int32_t pages = canvas.GetPageCount();
+  for (int32_t i = 0; i < pages; ++i) static_cast<THtPageMeta*>(canvas.GetPage(i))->Meta->SavetoStream(file);
+  if (pages == 0) canvas.List()->SavetoStream(file);
 }
 
 int RunDraw(const TArguments& arguments) {
   const std::string file(arguments.Value("-o"));
-  if (file.ends_with(".hmeta")) throw EUsage("this build writes SVG only, no meta streams");
   UseFonts(arguments.Has("--fixed-fonts"));
-  TDrawScript script;
-  script.Run(HtToUtf8(ReadText(arguments, arguments.Operand(0))));
-  script.Finish();
-  THtSVGCanvas& canvas = script.Canvas();
+  if (file.ends_with(".hmeta")) {
+    if (arguments.Has("--style")) throw EUsage("a recording has no style: leave out --style or -o");
+    Record(arguments, file);
+    return kFound;
+  }
+  THtSVGCanvas canvas;
+  TDrawScript script(canvas, [&canvas] { return !canvas.Writer().GetEmpty(); });
+  RunScript(arguments, script);
   if (arguments.Has("--style"))
     Put(file, canvas.Style());
   else if (canvas.GetPageCount() == 0)
@@ -81,7 +78,7 @@ constexpr TOption kOptions[] = {{"--fixed-fonts", false}, {"--style", false}, {"
 
 extern const TCommand kDrawCommand = {
     "draw",
-    "draw a list of canvas calls as SVG",
+    "draw a list of canvas calls as SVG, or record it",
     "Usage: htdoc draw [--fixed-fonts] [--style] [-o OUT] [--encoding NAME] SCRIPT\n"
     "Draws what SCRIPT tells, one call a line, and prints it as SVG: one document a page, or\n"
     "without a page the elements alone. Lines that start with # are passed over. Colours are\n"
@@ -111,12 +108,11 @@ extern const TCommand kDrawCommand = {
     "  check X Y W H FLAGS              radio and button in the same way; flags joined by +,\n"
     "                                   or -: checked pressed hover disabled\n"
     "\n"
-    "Options:\n"
-    "  --fixed-fonts    measure every character half as wide as the font is high, whatever\n"
-    "                   fonts are installed\n"
+    "Options:\n" HTDOC_FONTS_HELP
     "  --style          print the CSS of the text classes instead\n"
     "  -o OUT           write to a file; several pages go to OUT-1.svg, OUT-2.svg and so "
-    "on\n" HTDOC_ENCODING_HELP,
+    "on;\n"
+    "                   OUT.hmeta records all pages as a meta stream instead\n" HTDOC_ENCODING_HELP,
     kOptions,
     "SCRIPT",
     RunDraw,

@@ -137,7 +137,8 @@ const TDrawScript::TCommandRow TDrawScript::kCommands[] = {
     {"wavy", &TDrawScript::Wavy},
 };
 
-TDrawScript::TDrawScript() : FFonts(FCanvas.CanvasClass()->CreateFontCollection()) {
+TDrawScript::TDrawScript(THtCanvas& canvas, std::function<bool()> hasDrawn)
+    : FCanvas(canvas), FHasDrawn(std::move(hasDrawn)), FFonts(canvas.CanvasClass()->CreateFontCollection()) {
   for (const std::string_view line :
        {"pen FF000000 1", "brush FF000000", "font 16 - Arial", "color FF000000"})
     RunLine(line);
@@ -184,7 +185,7 @@ void TDrawScript::Page(TWords& words) {
   const auto [width, height, resolution] = words.Numbers<3>();
   const auto dpi = static_cast<int32_t>(std::clamp(resolution, 1.0f, 1e6f));
   if (FCanvas.GetPageCount() == 0) {
-    if (!FCanvas.Writer().GetEmpty()) throw EUsage("page stands behind what is drawn without one");
+    if (FHasDrawn()) throw EUsage("page stands behind what is drawn without one");
     BeginScene(width, height, dpi);
     FCanvas.BeginPaging(width, height, dpi, coDefault);
     return;

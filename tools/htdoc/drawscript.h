@@ -1,7 +1,7 @@
 #pragma once
 
 #include <array>
-#include <map>
+#include <functional>
 #include <memory>
 #include <string_view>
 #include <vector>
@@ -38,17 +38,17 @@ class TScriptWords {
   std::string_view FRest;
 };
 
-/// Draws a plain list of canvas calls, one a line, on an SVG canvas.
+/// Draws a plain list of canvas calls, one a line.
 class TDrawScript {
  public:
-  TDrawScript();
+  /// Begins a scene. `hasDrawn` tells whether the canvas has taken anything yet.
+  TDrawScript(ht::THtCanvas& canvas, std::function<bool()> hasDrawn);
   ~TDrawScript();
 
   /// Raises EUsage with the number of the line for what it cannot do.
   void Run(std::string_view script);
   /// Ends the last scene. The pages are complete from here on.
   void Finish() { FCanvas.EndScene(); }
-  ht::THtSVGCanvas& Canvas() { return FCanvas; }
 
  private:
   using TWords = TScriptWords;
@@ -94,7 +94,8 @@ class TDrawScript {
   void Button(TWords& words);
   void Wavy(TWords& words);
 
-  ht::THtSVGCanvas FCanvas;
+  ht::THtCanvas& FCanvas;
+  std::function<bool()> FHasDrawn;
   std::unique_ptr<ht::THtFontCollection> FFonts;
   std::unique_ptr<ht::THtPen> FPen;
   std::unique_ptr<ht::THtBrush> FBrush;

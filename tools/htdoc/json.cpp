@@ -1,8 +1,17 @@
 #include "json.h"
 
+#include <cmath>
+
 #include "htruntime/format.h"
+#include "htutils/numbers.h"
 
 using namespace ht;
+
+hstring JsonNumber(double number, int decimals) {
+  const hstring text = HtFormatDecimal(std::abs(number), decimals);
+  const hstring digits = text.View().starts_with(u'.') ? u"0" + text : text;
+  return number < 0 && digits != u"0" ? u"-" + digits : digits;
+}
 
 void TJson::Separate() {
   if (!FFirst) FText.AddChar(u',');
@@ -40,6 +49,10 @@ TJson& TJson::Number(int64_t number) {
   Separate();
   FText.Add(number);
   return *this;
+}
+
+TJson& TJson::Number(double number, int decimals) {
+  return std::isfinite(number) ? Json(JsonNumber(number, decimals)) : Null();
 }
 
 TJson& TJson::Word(std::u16string_view word) {

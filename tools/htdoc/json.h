@@ -5,6 +5,9 @@
 
 #include "htutils/faststring.h"
 
+/// A finite number with at most so many decimals and a digit before the point, as JSON wants it.
+ht::hstring JsonNumber(double number, int decimals);
+
 /// Builds one line of JSON: keys in the order in which they are given, no blanks, characters beyond ASCII as they are.
 ///
 ///   TJson json;
@@ -19,6 +22,8 @@ class TJson {
   TJson& Key(std::u16string_view key);
   TJson& Text(std::u16string_view text);
   TJson& Number(int64_t number);
+  /// A number that is none is null.
+  TJson& Number(double number, int decimals);
   TJson& Bool(bool value) { return Word(value ? u"true" : u"false"); }
   /// A value that is JSON already.
   TJson& Json(std::u16string_view json) { return Word(json); }

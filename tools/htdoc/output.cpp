@@ -5,6 +5,7 @@
 #include <cstdlib>
 
 #include "htruntime/exception.h"
+#include "htruntime/filestream.h"
 
 namespace {
 
@@ -22,6 +23,12 @@ void Print(std::u16string_view text) { Print(std::string_view(ht::HtToUtf8(text)
 void PrintLine(std::u16string_view text) {
   Print(text);
   if (!text.ends_with(u'\n')) Print("\n");
+}
+
+void WriteFile(const std::string& name, std::u16string_view text) {
+  const std::string bytes = ht::HtToUtf8(text);
+  ht::TFileStream file(ht::HtFromUtf8(name), ht::fmCreate);
+  file.WriteBuffer(bytes.data(), static_cast<int64_t>(bytes.size()));
 }
 
 void FlushOutput() { Check(std::fflush(stdout) == 0); }

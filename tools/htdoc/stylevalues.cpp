@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <cmath>
 
 #include "htmlcss/cssproptable.h"
 #include "htmlpars/lower.h"
@@ -19,12 +18,7 @@ using S = TDocumentStyle;
 constexpr int kDecimals = 3;
 
 hstring Quoted(std::u16string_view text) { return TJson().Text(text).GetAsString(); }
-// JSON wants a digit before the point.
-hstring Number(double value) {
-  const hstring text = HtFormatDecimal(std::abs(value), kDecimals);
-  const hstring digits = text.View().starts_with(u'.') ? u"0" + text : text;
-  return value < 0 && digits != u"0" ? u"-" + digits : digits;
-}
+hstring Number(double value) { return JsonNumber(value, kDecimals); }
 
 // Keywords. The names of an enumeration have a prefix and capitals where the words of CSS have hyphens, mostly.
 
