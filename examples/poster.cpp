@@ -1,8 +1,11 @@
-// A poster as SVG: what a canvas draws, in under a hundred lines. docs/poster.svg is its output.
+// A poster as SVG: what a canvas draws, in a hundred lines. docs/poster.svg is its output, drawn at once or recorded and
+// played afterwards.
 //
 // $ poster
+// $ poster --recorded
 #include <array>
 #include <cstdio>
+#include <cstring>
 
 #include "fixedcanvas/fixedcanvas.h"
 
@@ -55,27 +58,12 @@ static const hstring kChequers =
     u"data:image/png;base64,"
     u"iVBORw0KGgoAAAANSUhEUgAAAAgAAAAIAQAAAADsdIMmAAAADklEQVR42mNYxRDKgIQBIUQD/TZLIakAAAAASUVORK5CYII="_hs;
 
-int main() {
-  HtDefaultCanvasClass = kClass;
-  THtSVGCanvas canvas;
-  canvas.BeginScene({});
-  canvas.BeginPaging(158.75f, 105.8333f, 96, coLandscape);  // 600 x 400 pixels
-  DrawSky(canvas);
-  DrawHills(canvas);
-  DrawFlower(canvas);
-  THtImage chequers;
-  chequers.Url = kChequers;
-  canvas.DrawImage(chequers, {520, 340, 560, 380}, 1);
-  canvas.DrawButton({430, 345, 500, 375}, 0, false, false, true, false);
-  canvas.DrawCheck({400, 350, 420, 370}, 0, true, false, false, false);
-  canvas.RoundRect(canvas.GetPen(0xFFF4EBD0, 1.5f), {10, 10, 590, 390}, 14, 14);
-
-  const auto fonts = kClass->CreateFontCollection();
+static void DrawTexts(THtCanvas& canvas, THtFontCollection& fonts) {
   THtTextStyle style;
   style.Color = 0xFFFFFFFF;
   const auto write = [&](const char16_t* text, float x, float y, const char16_t* font, float height,
                          THtFontStyles face) {
-    canvas.DrawString(text, {x, y, x + 400, y + height}, *fonts->GetFont(font, height, face), style, 1, -1);
+    canvas.DrawString(text, {x, y, x + 400, y + height}, *fonts.GetFont(font, height, face), style, 1, -1);
   };
   write(u"From calls to pictures", 202, 44, u"Georgia", 28, {hfsBold});
   write(u"one canvas, one line a call", 202, 82, u"Georgia", 17, {hfsItalic});
@@ -84,7 +72,38 @@ int main() {
   canvas.BeginLink(u"https://www.w3.org/TR/SVG11/"_hs, u"The SVG recommendation"_hs);
   write(u"shared text classes", 202, 148, u"Verdana", 13, {});
   canvas.EndLink();
+}
+
+static void DrawPoster(THtCanvas& canvas, THtFontCollection& fonts) {
+  DrawSky(canvas);
+  DrawHills(canvas);
+  DrawFlower(canvas);
+  static THtImage chequers;
+  chequers.Url = kChequers;
+  canvas.DrawImage(chequers, {520, 340, 560, 380}, 1);
+  canvas.DrawButton({430, 345, 500, 375}, 0, false, false, true, false);
+  canvas.DrawCheck({400, 350, 420, 370}, 0, true, false, false, false);
+  canvas.RoundRect(canvas.GetPen(0xFFF4EBD0, 1.5f), {10, 10, 590, 390}, 14, 14);
+  DrawTexts(canvas, fonts);
   canvas.DrawWavyLine(202, 166, 330, 166, canvas.GetPen(0xFFEDAE49, 1));
+}
+
+int main(int argc, char** argv) {
+  HtDefaultCanvasClass = kClass;
+  const auto fonts = kClass->CreateFontCollection();
+  THtCanvasScene scene;
+  scene.Init({0, 0, 600, 400}, nullptr);
+  THtSVGCanvas canvas;
+  canvas.BeginScene(scene);
+  canvas.BeginPaging(158.75f, 105.8333f, 96, coLandscape);  // 600 x 400 pixels
+  if (argc > 1 && std::strcmp(argv[1], "--recorded") == 0) {
+    THtMetaCanvas recording;
+    recording.BeginScene(scene);
+    DrawPoster(recording, *fonts);
+    recording.List()->Play(canvas, 1);
+  } else {
+    DrawPoster(canvas, *fonts);
+  }
   canvas.EndScene();
 
   std::string svg = HtToUtf8(static_cast<THtPageSVG*>(canvas.GetPage(0))->SVG);
