@@ -17,7 +17,8 @@ constexpr float kFullTurn = 360;
 float InFullTurn(float angle) {
   if (!std::isfinite(angle)) return 0;
   angle = std::fmod(angle, kFullTurn);
-  return angle < 0 ? angle + kFullTurn : angle;
+  if (angle < 0) angle += kFullTurn;
+  return angle < kFullTurn ? angle : 0;  // the sum with a tiny angle is a full turn
 }
 
 uint32_t Between(uint32_t from, uint32_t to, double part) {

@@ -16,6 +16,7 @@
 #include "htcanvas/metacanvas.h"
 #include "htcanvas/metaimagerecs.h"
 #include "htcanvas/metalist.h"
+#include "htcanvas/metapath.h"
 #include "htcanvas/metarecord.h"
 #include "htcanvas/metaresource.h"
 #include "htcanvas/metashaperecs.h"

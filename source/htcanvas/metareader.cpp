@@ -5,7 +5,6 @@
 
 #include "htcanvas/canvasclasses.h"
 #include "htcanvas/fontcollection.h"
-#include "htcanvas/path.h"
 #include "htruntime/exception.h"
 
 namespace ht {
@@ -210,15 +209,15 @@ THtFont* TMetaReader::Font(THtFontStyles& style) {
   return FFont;
 }
 
-std::unique_ptr<THtPath> TMetaReader::Path() {
+THtMetaPath TMetaReader::Path() {
   auto path = FCanvasClass.PathClass()->Create(false);
-  const hstring text = Text();
+  hstring text = Text();
   const bool forClip = Bool(), winding = Bool();
-  if (!path) return path;
+  if (!path) return {};
   path->Parse(text);
   path->FForClip = forClip;
   path->SetFillModeWinding(winding);
-  return path;
+  return {std::move(path), std::move(text)};
 }
 
 }  // namespace ht

@@ -3,6 +3,7 @@
 #include <concepts>
 #include <cstring>
 
+#include "htcanvas/metapath.h"
 #include "htcanvas/metaresource.h"
 #include "htcanvas/textstyle.h"
 #include "htruntime/stream.h"
@@ -11,7 +12,6 @@ namespace ht {
 
 class THtCanvasClass;
 class THtFontCollection;
-class THtPath;
 
 /// Reads records for a canvas class and a collection that owns the fonts. Raises EStreamError "Stream read error" where
 /// the stream ends early, and EHtException "Meta stream is damaged" for a count or a code that is none. No more memory is
@@ -55,7 +55,7 @@ class TMetaReader {
   THtTextStyle Style();
   /// Null where the canvas class has no fonts; then `style` is what was stored.
   THtFont* Font(THtFontStyles& style);
-  std::unique_ptr<THtPath> Path();
+  THtMetaPath Path();
   const THtCanvasClass& CanvasClass() const { return FCanvasClass; }
 
  private:

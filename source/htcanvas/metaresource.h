@@ -61,10 +61,10 @@ bool IsPlain(const THtPen& pen);
 template <class T>
 class TMetaRecent {
  public:
-  T& operator[](uint32_t color) { return FSlots[color * 0x9E3779B1u >> 28]; }
+  T& operator[](uint32_t color) { return FSlots[color * 0x9E3779B1u >> 26]; }
 
  private:
-  std::array<T, 16> FSlots;
+  std::array<T, 64> FSlots;
 };
 
 /// The clones of a recording. Resources of derived classes may hold more than can be compared here, so that each

@@ -3,7 +3,6 @@
 #include <cmath>
 
 #include "htcanvas/canvas.h"
-#include "htcanvas/custompath.h"
 #include "htcanvas/metareader.h"
 #include "htcanvas/metareplay.h"
 #include "htcanvas/metawriter.h"
@@ -24,19 +23,12 @@ bool StrokeInView(const THtCanvas& canvas, TRectF figure, float width) {
 
 // --- paths ---
 
-std::unique_ptr<THtPath> HtCopyPath(const THtPath& path) {
-  auto copy = path.Clone();
-  if (copy && copy->FCustomPath) copy->FCustomPath->Unshare();
-  return copy;
-}
-
 THtMetaPathRec::THtMetaPathRec(const THtPath& path, THtMetaBrush brush)
-    : Path(HtCopyPath(path)), Brush(std::move(brush)), Fill(true) {
+    : Path(path), Brush(std::move(brush)), Fill(true) {
   path.GetBounds(Bounds, nullptr);
 }
 
-THtMetaPathRec::THtMetaPathRec(const THtPath& path, THtMetaPen pen)
-    : Path(HtCopyPath(path)), Pen(std::move(pen)) {
+THtMetaPathRec::THtMetaPathRec(const THtPath& path, THtMetaPen pen) : Path(path), Pen(std::move(pen)) {
   path.GetBounds(Bounds, nullptr);
 }
 
@@ -52,7 +44,7 @@ void THtMetaPathRec::Draw(THtCanvas& canvas, float opacity) {
 
 void THtMetaPathRec::SavetoStream(TStream& stream) {
   TMetaWriter out(stream, mtPath);
-  out.Path(Path.get());
+  out.Path(Path);
   out.U8(Fill);
   out.Ink(Fill, Brush, Pen);
   out.Flush();

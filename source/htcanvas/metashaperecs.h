@@ -1,8 +1,8 @@
 #pragma once
 
+#include "htcanvas/metapath.h"
 #include "htcanvas/metarecord.h"
 #include "htcanvas/metaresource.h"
-#include "htcanvas/path.h"
 
 namespace ht {
 
@@ -13,7 +13,6 @@ class THtMetaPathRec : public THtMetaCanvasRec {
 
  public:
   THtMetaPathRec() = default;
-  /// A copy of the path: what happens to it later does not show in the record.
   THtMetaPathRec(const THtPath& path, THtMetaBrush brush);
   THtMetaPathRec(const THtPath& path, THtMetaPen pen);
 
@@ -21,15 +20,12 @@ class THtMetaPathRec : public THtMetaCanvasRec {
   void SavetoStream(TStream& stream) override;
   void Load(TMetaReader& in) override;
 
-  std::unique_ptr<THtPath> Path;
+  THtMetaPath Path;
   THtMetaBrush Brush;
   THtMetaPen Pen;
   bool Fill = false;
   TRectF Bounds;  // of the path; the width of a line is not counted
 };
-
-/// A copy that shares nothing with the path.
-std::unique_ptr<THtPath> HtCopyPath(const THtPath& path);
 
 class THtMetaLineRec : public THtMetaCanvasRec {
   HT_CLASS(THtMetaLineRec, THtMetaCanvasRec)

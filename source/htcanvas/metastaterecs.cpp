@@ -3,7 +3,6 @@
 #include "htcanvas/canvas.h"
 #include "htcanvas/metareader.h"
 #include "htcanvas/metareplay.h"
-#include "htcanvas/metashaperecs.h"
 #include "htcanvas/metawriter.h"
 
 namespace ht {
@@ -33,8 +32,6 @@ void THtMetaStateRec::SavetoStream(TStream& stream) {
 
 void THtMetaStateRec::Load(TMetaReader& in) { Save = in.Bool(); }
 
-THtMetaClipRec::THtMetaClipRec(const THtPath& path) : Path(HtCopyPath(path)) {}
-
 void THtMetaClipRec::Draw(THtCanvas& canvas, float) {
   if (Path)
     canvas.IntersectClip(TReplayPath(*Path, canvas));
@@ -45,8 +42,8 @@ void THtMetaClipRec::Draw(THtCanvas& canvas, float) {
 void THtMetaClipRec::SavetoStream(TStream& stream) {
   TMetaWriter out(stream, mtClip);
   out.Rect(Clip);
-  out.U8(Path != nullptr);
-  if (Path) out.Path(Path.get());
+  out.U8(bool{Path});
+  if (Path) out.Path(Path);
   out.Flush();
 }
 

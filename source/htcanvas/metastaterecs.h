@@ -1,8 +1,8 @@
 #pragma once
 
 #include "htcanvas/matrix.h"
+#include "htcanvas/metapath.h"
 #include "htcanvas/metarecord.h"
-#include "htcanvas/path.h"
 #include "htcanvas/shadowprops.h"
 
 namespace ht {
@@ -40,15 +40,14 @@ class THtMetaClipRec : public THtMetaCanvasRec {
  public:
   THtMetaClipRec() = default;
   explicit THtMetaClipRec(const TRectF& clip) : Clip(clip) {}
-  /// A copy of the path.
-  explicit THtMetaClipRec(const THtPath& path);
+  explicit THtMetaClipRec(const THtPath& path) : Path(path) {}
 
   void Draw(THtCanvas& canvas, float opacity) override;
   void SavetoStream(TStream& stream) override;
   void Load(TMetaReader& in) override;
 
   TRectF Clip;
-  std::unique_ptr<THtPath> Path;  // clips instead of the rectangle, if there is one
+  THtMetaPath Path;  // clips instead of the rectangle, if there is one
 };
 
 // The stream has no form for the records below.

@@ -1,7 +1,5 @@
 #include "htcanvas/metawriter.h"
 
-#include "htcanvas/path.h"
-
 namespace ht {
 
 void TMetaWriter::Flush() {
@@ -71,8 +69,8 @@ void TMetaWriter::Ink(bool fill, const THtMetaBrush& brush, const THtMetaPen& pe
     pen ? Pen(*pen) : Pen(THtPen());
 }
 
-void TMetaWriter::Path(const THtPath* path) {
-  Text(path ? path->AsString() : hstring());
+void TMetaWriter::Path(const THtMetaPath& path) {
+  Text(path.Text());
   U8(path && path->FForClip);
   U8(path && path->GetFillModeWinding());
 }

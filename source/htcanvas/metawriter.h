@@ -6,6 +6,7 @@
 #include <cstring>
 #include <span>
 
+#include "htcanvas/metapath.h"
 #include "htcanvas/metaresource.h"
 #include "htcanvas/textstyle.h"
 #include "htruntime/stream.h"
@@ -17,8 +18,6 @@
 //   matrix: six f32, u8 flags, three bytes of 0        block: the fields of a font, brush, pen or text style
 
 namespace ht {
-
-class THtPath;
 
 static_assert(std::endian::native == std::endian::little);
 
@@ -61,7 +60,7 @@ class TMetaWriter {
   void Ink(bool fill, const THtMetaBrush& brush, const THtMetaPen& pen);
   void Style(const THtTextStyle& style);
   /// Its text and its two flags; none is an empty one.
-  void Path(const THtPath* path);
+  void Path(const THtMetaPath& path);
   /// To be called when the record is complete.
   void Flush();
 

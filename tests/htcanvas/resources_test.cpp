@@ -12,6 +12,7 @@ TEST(Brush, GradientStops) {
   const auto brush = THtBrush::Class()->CreateGradient({}, 0, 0, -90, {0, 0, 100, 100});
   EXPECT_EQ(brush->Angle, 270);
   EXPECT_EQ(THtBrush::Class()->CreateGradient({}, 0, 0, 360, {})->Angle, 0);
+  EXPECT_EQ(THtBrush::Class()->CreateGradient({}, 0, 0, -1e-30f, {})->Angle, 0);
   EXPECT_EQ(brush->CalcGradientColor(5, 5), 0u);
   const float positions[] = {.25f, .5f}, whole[] = {0, 1};
   const uint32_t colors[] = {0xFF000000, 0x80FFFFFF};

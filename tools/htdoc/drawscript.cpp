@@ -358,8 +358,8 @@ void TDrawScript::Image(TWords& words) {
   const std::string file(words.Word());
   const TRectF box = words.Box();
   const std::string bytes = ReadInput(file);
-  const auto image = FCanvas.CanvasClass()->ImageClass()->Create(THtBytes(bytes.begin(), bytes.end()));
-  FCanvas.DrawImage(*image, box, 1);
+  FImages.push_back(FCanvas.CanvasClass()->ImageClass()->Create(THtBytes(bytes.begin(), bytes.end())));
+  FCanvas.DrawImage(*FImages.back(), box, 1);
 }
 
 void TDrawScript::Link(TWords& words) {

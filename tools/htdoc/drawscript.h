@@ -38,7 +38,7 @@ class TScriptWords {
   std::string_view FRest;
 };
 
-/// Draws a plain list of canvas calls, one a line.
+/// Draws a plain list of canvas calls, one a line. It owns the fonts and images that were drawn with.
 class TDrawScript {
  public:
   /// Begins a scene. `hasDrawn` tells whether the canvas has taken anything yet.
@@ -100,6 +100,7 @@ class TDrawScript {
   std::unique_ptr<ht::THtPen> FPen;
   std::unique_ptr<ht::THtBrush> FBrush;
   ht::THtFont* FFont;  // of FFonts
+  std::vector<std::unique_ptr<ht::THtImage>> FImages;
   ht::THtTextStyle FTextStyle;
   int32_t FSaved = 0;
 };

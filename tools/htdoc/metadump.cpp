@@ -49,10 +49,10 @@ class TFields {
     List(std::initializer_list<float>{rect.Left, rect.Top, rect.Right, rect.Bottom});
   }
   void Put(const THtMatrixData& matrix) { List(matrix.Data); }
-  void Put(const THtPath* path) {
+  void Put(const THtMetaPath& path) {
     FJson.BeginObject();
     TFields(FJson)
-        .Add(u"Data", path->AsString())
+        .Add(u"Data", path.Text())
         .Add(u"FForClip", path->FForClip)
         .Add(u"FillModeWinding", path->GetFillModeWinding());
     FJson.EndObject();
@@ -143,7 +143,7 @@ void Fields(TFields& fields, const THtMetaTextRec& r) {
 }
 
 void Fields(TFields& fields, const THtMetaPathRec& r) {
-  if (r.Path) fields.Add(u"Path", r.Path.get());
+  if (r.Path) fields.Add(u"Path", r.Path);
   fields.Add(u"Fill", r.Fill).Add(u"Bounds", r.Bounds);
   AddInk(fields, r.Brush, r.Pen);
 }
@@ -165,7 +165,7 @@ void Fields(TFields& fields, const THtMetaStateRec& r) { fields.Add(u"Save", r.S
 
 void Fields(TFields& fields, const THtMetaClipRec& r) {
   fields.Add(u"Clip", r.Clip);
-  if (r.Path) fields.Add(u"Path", r.Path.get());
+  if (r.Path) fields.Add(u"Path", r.Path);
 }
 
 void Fields(TFields& fields, const THtMetaEllipseRec& r) {
