@@ -1,7 +1,10 @@
 #include "htcanvas/page.h"
 
+#include <algorithm>
+#include <cmath>
+
 #include "htruntime/exception.h"
-#include "htutils/geometry.h"
+#include "htruntime/rounding.h"
 
 namespace ht {
 
@@ -16,7 +19,8 @@ constexpr double kMMPerInch = 25.4;
 }  // namespace
 
 int32_t HtPixelsOfMM(float mm, int32_t dpi) {
-  return detail::RoundToInt(static_cast<float>(dpi * double{mm} / kMMPerInch));
+  const double pixels = HtRoundEven(dpi * double{mm} / kMMPerInch);
+  return std::isfinite(pixels) ? static_cast<int32_t>(std::clamp<double>(pixels, INT32_MIN, INT32_MAX)) : 0;
 }
 
 const THtPageClass* THtPage::Class() {

@@ -286,7 +286,8 @@ TEST_F(TCanvas, Pages) {
   EXPECT_EQ(FCanvas.GetPageCount(), 1);
   EXPECT_EQ(FCanvas.GetPageHeightPixels(), 100);
 
-  const auto page = THtPage::Class()->Create(20, 10, 3, 96);
+  const auto page = THtPage::Class()->Create(20, .85f, 3, 254);
+  EXPECT_EQ(page->HeightPx, 9);  // .85 is a little more than itself
   EXPECT_EQ(page->Orientation, coLandscape);
   EXPECT_EQ(THtPage::Class()->Create(10, 10, 3, 96)->Orientation, coPortrait);
   EXPECT_EQ(page->AsImage(96), nullptr);
