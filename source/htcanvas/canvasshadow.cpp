@@ -36,6 +36,11 @@ class TBitmapScene {
   THtCanvas& Canvas() const { return *FCanvas; }
   TRectF Whole() const { return R2F(FBounds); }
   const TRect& Bounds() const { return FBounds; }
+  // The canvas is gone before the bitmap is drawn.
+  void End() {
+    FCanvas->EndScene();
+    FCanvas.reset();
+  }
 
  private:
   std::unique_ptr<THtCanvas> FCanvas;
@@ -123,7 +128,7 @@ void THtCanvas::DrawSmallShadow(const THtPath* path, const THtShadowProps& props
       CanvasClass()->BitmapClass()->Create(static_cast<int32_t>(width), static_cast<int32_t>(height), true);
   if (!bitmap) return;
   bitmap->FillRect({0, 0, bitmap->GetWidth(), bitmap->GetHeight()}, 0);
-  const TBitmapScene scene(CanvasClass(), *bitmap);
+  TBitmapScene scene(CanvasClass(), *bitmap);
   if (!scene) return;
 
   const TPointF place{props.HOffset - extent.Left, props.VOffset - extent.Top};
@@ -137,7 +142,7 @@ void THtCanvas::DrawSmallShadow(const THtPath* path, const THtShadowProps& props
     if (props.MaxBorderRadius > 0) scene->SetSmoothingMode(true);
     KnockOut(scene.Canvas(), *bitmap, props, path, props.R, place);
   }
-  scene->EndScene();
+  scene.End();
   DrawBitmap(*bitmap, extent, scene.Bounds(), static_cast<float>(props.Opacity) / 255);
 }
 
@@ -155,7 +160,7 @@ THtBitmap* THtCanvas::ShadowSquare(const THtShadowProps& props, int32_t side, in
   THtBitmap& bitmap = *FShadowCache->B;
   if (bitmap.GetWidth() != side) bitmap.SetSize(side, side);
   bitmap.FillRect({0, 0, side, side}, 0);
-  const TBitmapScene scene(CanvasClass(), bitmap);
+  TBitmapScene scene(CanvasClass(), bitmap);
   if (!scene) return nullptr;
 
   const TRectF box = R2F({blur, blur, side - blur, side - blur});
@@ -163,7 +168,7 @@ THtBitmap* THtCanvas::ShadowSquare(const THtShadowProps& props, int32_t side, in
   FillShape(scene.Canvas(), props.Color & kClearBit24, nullptr, box, props.MaxBorderRadius);
   scene->BlurRect(scene.Whole(), nullptr, props.Blur / 2);
   if (!props.HasBackground) KnockOut(scene.Canvas(), bitmap, props, nullptr, box, {});
-  scene->EndScene();
+  scene.End();
   return &bitmap;
 }
 

@@ -74,6 +74,9 @@ class TLogCanvas : public TFixedCanvas {
  public:
   using TClassRef = TLogCanvasClass;
 
+  ~TLogCanvas() override {
+    if (Scene.Bitmap) Log("gone");
+  }
   void BeginScene(const THtCanvasScene& scene) override {
     Log("begin " + Text(scene.ViewPort) + (scene.Bitmap && scene.Canvas == scene.Bitmap ? " on bitmap" : ""));
     TFixedCanvas::BeginScene(scene);

@@ -102,7 +102,7 @@ TEST_F(TPrimitives, SmallShadow) {
   constexpr const char* kStart =
       "new bitmap 32 22 alpha\nclear 0,0,32,22 00000000\nbegin 0,0,32,22 on bitmap\n"
       "save\ntransform translate(-4,-4)\ncrisp\n";
-  constexpr const char* kEnd = "end\nbitmap 6,7,38,29 from 0,0,32,22 0.502\n";
+  constexpr const char* kEnd = "end\ngone\nbitmap 6,7,38,29 from 0,0,32,22 0.502\n";
   const std::string blur = "restore\nblur 0,0,32,22 1\n";
   const std::string move = "copy\nsave\ntransform translate(-6,-7)\n";
   const std::string rect = "M10 10h20 v10 h-20 z ";
@@ -161,7 +161,7 @@ TEST_F(TPrimitives, LargeShadowIsCutFromACachedSquare) {
                 PathText(round) +
                 "\nblur 0,0,55,55 1\ncopy\nsave\ntransform translate(-4,-6)\n"
                 "fill 00ffffff " +
-                PathText(round) + "\nrestore\nend\n" + pieces);
+                PathText(round) + "\nrestore\nend\ngone\n" + pieces);
   // The same again, with what does not count changed.
   THtShadowProps props = LargeProps({0, 0, 200, 200});
   props.Opacity = 1;
