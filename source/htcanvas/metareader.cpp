@@ -120,8 +120,11 @@ T TMetaReader::Again(detail::TMetaRecent<TMade<T>>& recent, size_t size, size_t 
   if (std::any_of(block + countsAt, block + size, [](uint8_t b) { return b != 0; })) return make();
   uint32_t color;
   std::memcpy(&color, block + colorAt, sizeof color);
-  TMade<T>& made = recent[color];
-  if (made.Key.size() == size && std::memcmp(made.Key.data(), block, size) == 0) {
+  const auto same = [block, size](const TMade<T>& kept) {
+    return kept.Key.size() == size && std::memcmp(kept.Key.data(), block, size) == 0;
+  };
+  TMade<T>& made = recent.Find(color, same);
+  if (same(made)) {
     Take(size);
     return made.Value;
   }

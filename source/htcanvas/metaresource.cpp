@@ -30,8 +30,9 @@ bool IsPlain(const THtPen& pen) {
 template <class T>
 THtMetaResource<T> TMetaClones<T>::Clone(const T& resource) {
   if (resource.ClassType() != T::Class()) return THtMetaResource<T>(resource);
-  THtMetaResource<T>& recent = FRecent[KeyOf(resource)];
-  if (!recent || Values(*recent) != Values(resource)) recent = THtMetaResource<T>(resource);
+  const auto same = [values = Values(resource)](const auto& kept) { return kept && Values(*kept) == values; };
+  THtMetaResource<T>& recent = FRecent.Find(KeyOf(resource), same);
+  if (!same(recent)) recent = THtMetaResource<T>(resource);
   return recent;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <atomic>
 #include <memory>
@@ -56,15 +57,23 @@ namespace detail {
 /// Whether colour and width are all there is to a pen.
 bool IsPlain(const THtPen& pen);
 
-/// A few things that were used lately, by colour. Drawings use few resources, many times each: finding one again costs
-/// less than a new one, in time and in memory.
+/// Things that were used lately, by colour: sixteen sets of four, each a queue. Drawings use few resources, many times each:
+/// finding one again costs less than a new one, in time and in memory.
 template <class T>
 class TMetaRecent {
  public:
-  T& operator[](uint32_t color) { return FSlots[color * 0x9E3779B1u >> 26]; }
+  /// The one that `is` accepts, or else the place for it.
+  template <class TIs>
+  T& Find(uint32_t color, const TIs& is) {
+    std::array<T, 4>& set = FSets[color * 0x9E3779B1u >> 28];
+    for (T& item : set)
+      if (is(item)) return item;
+    std::rotate(set.begin(), set.end() - 1, set.end());
+    return set[0];
+  }
 
  private:
-  std::array<T, 64> FSlots;
+  std::array<std::array<T, 4>, 16> FSets;
 };
 
 /// The clones of a recording. Resources of derived classes may hold more than can be compared here, so that each
