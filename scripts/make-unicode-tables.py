@@ -1,9 +1,9 @@
 #!/usr/bin/env python3
-"""Writes source/htruntime/unicode_tables.inc: letters, numbers and lower-case mappings of the 16-bit units.
+"""Writes source/htruntime/unicode_tables.inc: letters, numbers and case mappings of the 16-bit units.
 
 The properties are those of the Unicode Character Database, as Python's standard library carries it. A table is
 cut into blocks of 64 units; each different block stands once, and an index gives the block of every 64 units.
-A block of a set is one 64-bit word, a block of the mapping 64 differences, modulo 65536, to the lower-case unit.
+A block of a set is one 64-bit word, a block of a mapping 64 differences, modulo 65536, to the unit of the other case.
 """
 import unicodedata
 from pathlib import Path
@@ -16,6 +16,12 @@ def lower_difference(unit):
     # One character only, U+0130, has a full mapping that is longer than its simple one, and starts with it.
     mapped = ord(chr(unit).lower()[0])
     return (mapped - unit) & 0xFFFF if mapped < 0x10000 else 0
+
+
+def upper_difference(unit):
+    # Where the full mapping is longer, the simple one is the title case form, or there is none.
+    mapped = next((form for form in (chr(unit).upper(), chr(unit).title()) if len(form) == 1), chr(unit))
+    return (ord(mapped) - unit) & 0xFFFF if ord(mapped) < 0x10000 else 0
 
 
 def rows(values, per_line, form):
@@ -44,4 +50,4 @@ def mapping(name, difference):
 
 
 OUTPUT.write_text(f"// Written by scripts/make-unicode-tables.py from Unicode {unicodedata.unidata_version}.\n\n"
-                  + bit_set("Letter", "L") + bit_set("Number", "N") + mapping("Lower", lower_difference))
+                  + bit_set("Letter", "L") + bit_set("Number", "N") + mapping("Lower", lower_difference) + mapping("Upper", upper_difference))

@@ -12,6 +12,7 @@
 #include "htcanvas/font.h"
 #include "htcanvas/fontcollection.h"
 #include "htcanvas/image.h"
+#include "htcanvas/language.h"
 #include "htcanvas/matrix.h"
 #include "htcanvas/metacanvas.h"
 #include "htcanvas/metaimagerecs.h"

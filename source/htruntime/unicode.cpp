@@ -2,8 +2,6 @@
 
 #include <algorithm>
 
-#include "htruntime/hstring.h"
-
 namespace ht {
 
 namespace {
@@ -17,6 +15,17 @@ bool HtIsNumber(char16_t c) noexcept { return kNumberBlocks[kNumberIndex[c >> 6]
 
 char16_t detail::LowerOf(char16_t c) noexcept {
   return static_cast<char16_t>(c + kLowerBlocks[kLowerIndex[c >> 6] * 64 + (c & 63)]);
+}
+
+char16_t detail::UpperOf(char16_t c) noexcept {
+  return static_cast<char16_t>(c + kUpperBlocks[kUpperIndex[c >> 6] * 64 + (c & 63)]);
+}
+
+hstring HtUpperCase(hstring text) {
+  if (std::all_of(text.begin(), text.end(), [](char16_t c) { return HtToUpper(c) == c; })) return text;
+  char16_t* units = text.Unique();
+  std::transform(units, units + text.Size(), units, HtToUpper);
+  return text;
 }
 
 int HtCompareText(std::u16string_view a, std::u16string_view b) noexcept {

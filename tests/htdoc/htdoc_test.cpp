@@ -52,7 +52,10 @@ const char kPage[] =
 TEST_F(HtDoc, Commands) {
   Write("page", kPage);
   Write("text", "only text\n");
+  Write("words", "table ta-ble\n");
   const std::pair<std::string, std::string> kCases[] = {
+      {"hyphenate ru молоко дом", "молоко 3 5\nдом\n"},
+      {"hyphenate en --list words Table chair", "Table 3\nchair\n"},
       {"path --records 'M0 0L1 0a1 1 0 012 0z'",
        "moveto 0 0\nlineto 1 0\narc 1 -1 2 2 180 180\nclosefigure\n"},
       {"path --bounds 'M1 2h3v4'", "1 2 4 6\n"},

@@ -39,6 +39,8 @@ TEST(Unicode, SimpleLowerCase) {
   }
 }
 
+TEST(Unicode, SimpleUpperCase) { EXPECT_EQ(HtUpperCase(u"az{ÿßµıǆςёŉᾀⓐ𐐨\xD800"), u"AZ{ŸßΜIǄΣЁŉᾈⒶ𐐨\xD800"); }
+
 TEST(Unicode, CompareTextIgnoresCaseAndThenTakesTheShorter) {
   struct TRow {
     std::u16string_view a, b;

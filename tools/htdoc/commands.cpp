@@ -11,11 +11,12 @@ extern const TCommand kPathCommand;
 extern const TCommand kRunsCommand;
 extern const TCommand kDrawCommand;
 extern const TCommand kMetaCommand;
+extern const TCommand kHyphenateCommand;
 
 std::span<const TCommand* const> AllCommands() {
   static constexpr const TCommand* kCommands[] = {
       &kTreeCommand,  &kHtmlCommand, &kTextCommand, &kXPathCommand, &kCssCommand,  &kSelectCommand,
-      &kStyleCommand, &kPathCommand, &kRunsCommand, &kDrawCommand,  &kMetaCommand,
+      &kStyleCommand, &kPathCommand, &kRunsCommand, &kDrawCommand,  &kMetaCommand, &kHyphenateCommand,
   };
   return kCommands;
 }
