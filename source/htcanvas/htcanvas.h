@@ -9,6 +9,7 @@
 #include "htcanvas/cmap.h"
 #include "htcanvas/colorspace.h"
 #include "htcanvas/custompath.h"
+#include "htcanvas/documentconverter.h"
 #include "htcanvas/font.h"
 #include "htcanvas/fontcollection.h"
 #include "htcanvas/image.h"
