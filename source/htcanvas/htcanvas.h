@@ -10,6 +10,7 @@
 #include "htcanvas/colorspace.h"
 #include "htcanvas/custompath.h"
 #include "htcanvas/documentconverter.h"
+#include "htcanvas/fastblur.h"
 #include "htcanvas/font.h"
 #include "htcanvas/fontcollection.h"
 #include "htcanvas/image.h"
