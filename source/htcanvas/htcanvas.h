@@ -33,6 +33,7 @@
 #include "htcanvas/shadowcache.h"
 #include "htcanvas/shadowprops.h"
 #include "htcanvas/splitstring.h"
+#include "htcanvas/stripecache.h"
 #include "htcanvas/svgcanvas.h"
 #include "htcanvas/svgwriter.h"
 #include "htcanvas/textrun.h"
