@@ -3,6 +3,7 @@
 #include <cstdint>
 
 #include "fixedcanvas/fixedcanvas.h"
+#include "htdoc/metadump.h"
 #include "htruntime/exception.h"
 #include "support/require.h"
 
@@ -76,6 +77,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   Load(list, {data, data + size}, *fonts);
   const THtBytes saved = Saved(list);
 
+  for (int32_t i = 0; i < list.Count(); ++i) Require(DumpRecord(*list.GetRec(i), 1).View().ends_with(u'}'));
   THtSVGCanvas svg;
   TOtherCanvas other;
   THtMetaCanvas copy;

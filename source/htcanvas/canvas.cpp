@@ -220,6 +220,11 @@ void THtCanvas::MatrixTransform(const THtMatrixData& matrix, bool multiply) {
   FReverseMatrix.Inverse();
 }
 
+void THtCanvas::TransformByScene() {
+  ScaleTransform(Scene.Scale, Scene.Scale);
+  TranslateTransform(static_cast<float>(Scene.ViewPort.Left), static_cast<float>(Scene.ViewPort.Top));
+}
+
 float THtCanvas::CurrentScale() const {
   return std::abs(FCurrentMatrix.Data[0]) + std::abs(FCurrentMatrix.Data[1]);
 }

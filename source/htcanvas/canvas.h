@@ -198,6 +198,9 @@ class THtCanvas : public TObject {
   }
 
  protected:
+  /// For canvases without a target of their own, which draw the scale and the viewport's corner as transforms.
+  void TransformByScene();
+
   TCSSOrientation FMultipageOrientation = coDefault;
   int32_t FVPages = 1, FHPages = 1;  // pages a sheet
   THtFontCollection* FFontCollection = nullptr;

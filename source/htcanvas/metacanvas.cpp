@@ -10,7 +10,6 @@
 #include "htcanvas/pagedexporter.h"
 #include "htruntime/exception.h"
 #include "htruntime/numformat.h"
-#include "htutils/samevalue.h"
 #include "htutils/strreplace.h"
 
 namespace ht {
@@ -79,9 +78,7 @@ void THtMetaCanvas::BeginScene(const THtCanvasScene& scene) {
     FOwnList = std::make_unique<THtMetaList>(true);
     FList = FOwnList.get();
   }
-  if (!SameValue(Scene.Scale, 1)) ScaleTransform(Scene.Scale, Scene.Scale);
-  const auto left = static_cast<float>(Scene.ViewPort.Left), top = static_cast<float>(Scene.ViewPort.Top);
-  if (!SameValue(left, 0) || !SameValue(top, 0)) TranslateTransform(left, top);
+  TransformByScene();
 }
 
 void THtMetaCanvas::SaveState() {

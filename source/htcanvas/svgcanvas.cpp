@@ -11,7 +11,6 @@
 #include "htruntime/numformat.h"
 #include "htutils/base64.h"
 #include "htutils/numbers.h"
-#include "htutils/samevalue.h"
 
 namespace ht {
 
@@ -56,9 +55,7 @@ void THtSVGCanvas::BeginScene(const THtCanvasScene& scene) {
   THtCanvas::BeginScene(scene);
   FWriter = std::make_unique<THtSVGWriter>(kWriterChars);
   FGCounts.assign(1, 0);
-  if (!SameValue(Scene.Scale, 1)) ScaleTransform(Scene.Scale, Scene.Scale);
-  const auto left = static_cast<float>(Scene.ViewPort.Left), top = static_cast<float>(Scene.ViewPort.Top);
-  if (!SameValue(left, 0) || !SameValue(top, 0)) TranslateTransform(left, top);
+  TransformByScene();
 }
 
 void THtSVGCanvas::EndScene() {
