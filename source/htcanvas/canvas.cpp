@@ -260,7 +260,9 @@ THtPen& THtCanvas::GetPen(uint32_t color, float width) {
   FPen->SetLineJoin(ljMiter);
   FPen->SetLineCap(lcFlat);
   FPen->SetPenStyle(hpsSolid);
+  FPen->SetDashOffset(0);
   FPen->SetDashes({}, -1);
+  FPen->FMode = ldmCopy;
   return *FPen;
 }
 

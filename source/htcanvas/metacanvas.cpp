@@ -220,10 +220,9 @@ void THtMetaCanvas::EndPaging() {
 
 void THtMetaCanvas::AddPages(THtMetaCanvas& other) {
   if (&other == this) return;
-  for (auto& page : other.fPages) {
-    static_cast<THtPageMeta&>(*page).Meta->Unify();
-    fPages.push_back(std::move(page));
-  }
+  for (int32_t i = 0; i < other.GetPageCount(); ++i) other.Page(i).Meta->Unify();
+  fPages.insert(fPages.end(), std::make_move_iterator(other.fPages.begin()),
+                std::make_move_iterator(other.fPages.end()));
   other.fPages.clear();
   other.Multipages.clear();
   other.FList = other.FOwnList.get();
@@ -289,9 +288,8 @@ void THtMetaCanvas::ExportTo(THtPagedExporter& exporter) {
 
 void THtMetaCanvas::SavetoPDFStream(TStream& stream) {
   const auto* exporterClass = THtPagedExporter::FindExporter(u"PDF"_hs);
-  if (!exporterClass)
-    throw EHtException(u"PDF exporter not registered (add htvelmapdf unit into project)"_hs);
-  const auto exporter = exporterClass->Create();
+  const auto exporter = exporterClass ? exporterClass->Create() : nullptr;
+  if (!exporter) throw EHtException(u"PDF exporter not registered (add htvelmapdf unit into project)"_hs);
   ExportTo(*exporter);
   exporter->SavetoStream(stream);
 }

@@ -23,9 +23,10 @@ void THtMetaImageRec::WithImage(THtCanvas& canvas, const std::function<void(THtI
     return !Image->Url.Empty() && canvas.CanvasClass()->GetFlags().Contains(hcfSupportsImageRef);
   };
   auto* recorder = dynamic_cast<THtMetaCanvas*>(&canvas);
-  if (Image && (recorder || Image->ClassType() == imageClass || Image->IsMeta || byAddress()))
-    return draw(*Image);
-  const THtBytes bytes = Image ? Image->AsBytes() : ImageData;
+  // A recording may outlive this record, and with it an image of its own.
+  const bool refers = recorder ? !FImageSelfCreated : Image && Image->ClassType() == imageClass;
+  if (Image && (refers || Image->IsMeta || byAddress())) return draw(*Image);
+  const THtBytes bytes = Image && ImageData.empty() ? Image->AsBytes() : ImageData;
   if (bytes.empty()) return;
   auto crossed = imageClass->Create(bytes);
   if (!crossed) return;

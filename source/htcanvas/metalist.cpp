@@ -39,7 +39,8 @@ static_assert(std::size(kNewRecs) == mtRect + 1);
 int32_t THtMetaList::Add(THtMetaCanvasRec* record) { return FRecs.Add(record); }
 
 void THtMetaList::Play(THtCanvas& canvas, float opacity) {
-  for (int32_t i = 0; i < Count(); ++i) {
+  const int32_t count = Count();  // what is recorded into this list meanwhile is not played
+  for (int32_t i = 0; i < count; ++i) {
     THtMetaCanvasRec& record = *GetRec(i);
     if (FOnDrawRec) FOnDrawRec(record, canvas, Page, opacity);
     record.Draw(canvas, opacity);

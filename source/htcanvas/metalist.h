@@ -17,8 +17,9 @@ namespace ht {
 ///   loaded.Play(canvas, 1);
 ///
 /// A list refers to the fonts of texts, which belong to their collection, and to the images that were drawn, until it is
-/// unified. Playing changes nothing of the list. One thread at a time; lists of different pages may be played side by side
-/// on canvases that share no fonts.
+/// unified. Playing changes nothing of the list, but leaves the fonts of its texts with the style of the last one, and the
+/// scale 1. One thread at a time; lists may be played side by side where they, and the canvases, share neither fonts nor
+/// images.
 ///
 /// The stream has no mark at its start and no version. It keeps the drawing by value, but not everything: texts with
 /// spacing, fill and stroke become plain ones, tiled images plain ones; links and shadows are left out, and so are the

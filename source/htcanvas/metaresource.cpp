@@ -24,7 +24,7 @@ auto Values(const THtBrush& b) {
 
 bool IsPlain(const THtPen& pen) {
   return pen.GetPenStyle() == hpsSolid && pen.Dashes.empty() && pen.GetLineJoin() == ljMiter &&
-         pen.GetLineCap() == lcFlat;
+         pen.GetLineCap() == lcFlat && pen.FMode == ldmCopy && !pen.GetAlignInset();
 }
 
 template <class T>
