@@ -4,22 +4,34 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <random>
+#include <sstream>
 
 #include "htcanvas/bitmaprows.h"
 #include "htruntime/exception.h"
 #include "htruntime/stream.h"
+#include "rects.h"
 
 using namespace ht;
 
 namespace {
 
-THtBitmapBytes Bytes(const std::vector<uint8_t>& bytes) { return THtBitmapBytes::Copied(bytes); }
-
-void Fill(THtBitmapData& bitmap, int32_t width, int32_t height, int32_t bits,
-          const std::vector<uint8_t>& bytes) {
-  bitmap.Create(width, height, bits);
-  std::ranges::copy(bytes, bitmap.FData.begin());
+// Bytes in hexadecimal, blanks left out.
+std::vector<uint8_t> Hex(std::string text) {
+  std::erase(text, ' ');
+  std::vector<uint8_t> bytes;
+  for (size_t i = 0; i < text.size(); i += 2)
+    bytes.push_back(static_cast<uint8_t>(std::stoul(text.substr(i, 2), nullptr, 16)));
+  return bytes;
 }
+
+THtBitmapBytes Bytes(const std::string& hex) { return THtBitmapBytes::Copied(Hex(hex)); }
+
+struct TBitmap : THtBitmapData {
+  TBitmap(int32_t width, int32_t height, int32_t bits, const std::vector<uint8_t>& bytes)
+      : THtBitmapData(width, height, bits) {
+    std::ranges::copy(bytes, FData.begin());
+  }
+};
 
 std::vector<uint8_t> RandomBytes(size_t count) {
   static std::mt19937 random(7);
@@ -28,29 +40,28 @@ std::vector<uint8_t> RandomBytes(size_t count) {
   return bytes;
 }
 
-std::vector<uint32_t> Pixels(const THtBitmapData& bitmap) {
-  std::vector<uint32_t> pixels;
+// Pixels in hexadecimal, without zeros in front.
+std::string Text(const THtBitmapData& bitmap) {
+  std::ostringstream text;
+  text << std::hex << std::uppercase;
   for (int32_t y = 0; y < bitmap.FHeight; ++y)
-    for (int32_t x = 0; x < bitmap.FWidth; ++x) pixels.push_back(bitmap.GetPixel(x, y));
-  return pixels;
+    for (int32_t x = 0; x < bitmap.FWidth; ++x)
+      text << (text.tellp() > 0 ? " " : "") << bitmap.GetPixel(x, y);
+  return text.str();
 }
 
-using TPixels = std::vector<uint32_t>;
-
-// Answers what it was asked, with the low byte replaced, and counts.
+// Turns the top bit of what it is asked for, and counts.
 class TCountingSpace : public THtColorSpace {
  public:
-  explicit TCountingSpace(int32_t components = 3, bool bulk = false) : FComponents(components), FBulk(bulk) {}
+  TCountingSpace(int32_t components, bool bulk) : FComponents(components), FBulk(bulk) {}
   uint32_t ConvertColor(uint32_t color) const override {
     ++Asked;
     return color ^ 0x80000000;
   }
   int32_t InComponentCount() const override { return FComponents; }
   bool IsIdentity() const override { return false; }
-  bool Convert8to32(const uint8_t* source, uint32_t* target, int32_t stride, int32_t height,
-                    int32_t width) const override {
-    for (int32_t y = 0; FBulk && y < height; ++y)
-      for (int32_t x = 0; x < width; ++x) target[y * width + x] = source[y * stride + x];
+  bool Convert8to32(const uint8_t* source, uint32_t* target, int32_t, int32_t, int32_t width) const override {
+    if (FBulk) std::copy_n(source, width, target);
     return FBulk;
   }
   mutable int Asked = 0;
@@ -59,16 +70,6 @@ class TCountingSpace : public THtColorSpace {
   int32_t FComponents;
   bool FBulk;
 };
-
-template <class E>
-hstring MessageOf(const std::function<void()>& call) {
-  try {
-    call();
-  } catch (const E& e) {
-    return e.Message;
-  }
-  return u"nothing";
-}
 
 TEST(BitmapData, StridesAreWholeWords) {
   const struct {
@@ -106,18 +107,18 @@ TEST(BitmapData, PixelsOfEachDepth) {
 }
 
 TEST(BitmapData, SetDataSharesOrCopies) {
-  const THtBitmapBytes whole = Bytes({1, 2, 3, 4, 5, 6, 7, 8});
+  const THtBitmapBytes whole = Bytes("01020304 05060708");
   THtBitmapData bitmap;
   bitmap.SetData(whole, 3, 2, 8);  // stride 4 fits
   EXPECT_TRUE(bitmap.FData.SameStorage(whole));
-  bitmap.SetData(Bytes({1, 2, 3, 4, 5, 6}), 3, 2, 8);  // stride 3
-  EXPECT_EQ(Pixels(bitmap), (TPixels{1, 2, 3, 4, 5, 6}));
-  bitmap.SetData(Bytes(std::vector<uint8_t>(26, 9)), 3, 2, 8);  // 13 bytes a row are above 12: rows of 3
-  EXPECT_EQ(bitmap.FData.Count(), 8);
-  bitmap.SetData(Bytes({1, 0xAA, 2, 0xBB, 3, 0xCC}), 1, 1, 48);
+  bitmap.SetData(Bytes("010203 040506"), 3, 2, 8);  // stride 3
+  EXPECT_EQ(Text(bitmap), "1 2 3 4 5 6");
+  bitmap.SetData(Bytes("010203040506 0000000000 0000000000 0000000000 0000000000"), 3, 2, 8);
+  EXPECT_EQ(Text(bitmap), "1 2 3 4 5 6") << "13 bytes a row are above 12: rows of 3";
+  bitmap.SetData(Bytes("01AA 02BB 03CC"), 1, 1, 48);
   EXPECT_EQ(bitmap.FBits, 32);
-  EXPECT_EQ(Pixels(bitmap), TPixels{0x00CCBBAA});
-  EXPECT_THROW(bitmap.SetData(Bytes({1, 2, 3, 4, 5}), 1, 1, 48), EAssertionFailed);
+  EXPECT_EQ(Text(bitmap), "CCBBAA");
+  EXPECT_THROW(bitmap.SetData(Bytes("0102030405"), 1, 1, 48), EAssertionFailed);
   EXPECT_THROW(bitmap.SetData(whole, 1, 1, 49), EAssertionFailed);
   bitmap.SetData(whole, 3, 0, 8);
   EXPECT_TRUE(bitmap.FData.Empty());
@@ -126,151 +127,111 @@ TEST(BitmapData, SetDataSharesOrCopies) {
 TEST(BitmapData, To32Bits) {
   const struct {
     int32_t Bits;
-    std::vector<uint8_t> Bytes;
-    TPixels Plain, Through;  // without a colour space, and with one that turns the top bit
+    const char *Bytes, *Plain, *Through;  // without a colour space, and with one that turns the top bit
+    int Asked;
+    int32_t Components = 3;
+    bool Bulk = false;
   } kRows[] = {
-      {1, {0xA0}, {0xFFFFFFFF, 0xFF000000, 0xFFFFFFFF}, {0x80000001, 0x80000000, 0x80000001}},
-      {4, {0xF1, 0x08}, {0xFF111111, 0xFFFFFFFF, 0xFF888888}, {0x80000001, 0x8000000F, 0x80000008}},
-      {8, {0, 0x12, 0xFF}, {0xFF000000, 0xFF121212, 0xFFFFFFFF}, {0x80000000, 0x92121212, 0x7FFFFFFF}},
-      {16,
-       {0x1F, 0x00, 0x00, 0x7C, 0x01, 0x04},
-       {0xFF0000FF, 0xFFFF0000, 0xFF080008},
-       {0x7F0000FF, 0x7FFF0000, 0x7F080008}},
-      {24,
-       {1, 2, 3, 4, 5, 6, 4, 5, 6},
-       {0xFF030201, 0xFF060504, 0xFF060504},
-       {0x7F030201, 0x7F060504, 0x7F060504}},
-      {32,
-       {1, 2, 3, 4, 1, 2, 3, 4, 5, 6, 7, 8},
-       {0x04030201, 0x04030201, 0x08070605},
-       {0x84030201, 0x84030201, 0x88070605}},
+      {1, "A0", "FFFFFFFF FF000000 FFFFFFFF", "80000001 80000000 80000001", 2},
+      {4, "F1 08", "FF111111 FFFFFFFF FF888888", "80000001 8000000F 80000008", 16},
+      {8, "00 12 FF", "FF000000 FF121212 FFFFFFFF", "80000000 92121212 7FFFFFFF", 256},
+      {8, "00 12 FF", "FF000000 FF121212 FFFFFFFF", "0 12 FF", 0, 3, true},
+      {16, "1F00 007C 0104", "FF0000FF FFFF0000 FF080008", "7F0000FF 7FFF0000 7F080008", 3},
+      {16, "2143 2143 0080", "FF84CE08 FF84CE08 FF000000", "C4332211 C4332211 8000000", 2, 4},
+      {24, "010203 040506 040506", "FF030201 FF060504 FF060504", "7F030201 7F060504 7F060504", 2},
+      {32, "01020304 01020304 05060708", "4030201 4030201 8070605", "84030201 84030201 88070605", 2},
   };
   for (const auto& row : kRows) {
     SCOPED_TRACE(row.Bits);
-    THtBitmapData bitmap;
     const THtColorSpace identity;
-    for (const THtColorSpace* space : {static_cast<const THtColorSpace*>(nullptr), &identity}) {
-      Fill(bitmap, 3, 1, row.Bits, row.Bytes);
+    const TCountingSpace counting(row.Components, row.Bulk);
+    const THtColorSpace* const kSpaces[] = {nullptr, &identity, &counting};
+    for (const THtColorSpace* space : kSpaces) {
+      TBitmap bitmap(3, 1, row.Bits, Hex(row.Bytes));
       bitmap.Convertto32(space);
-      EXPECT_EQ(Pixels(bitmap), row.Plain);
-      EXPECT_EQ(bitmap.FBits, 32);
+      EXPECT_EQ(Text(bitmap), space == &counting ? row.Through : row.Plain);
       EXPECT_EQ(bitmap.FStride, 12);
     }
-    Fill(bitmap, 3, 1, row.Bits, row.Bytes);
-    const TCountingSpace space;
-    bitmap.Convertto32(&space);
-    EXPECT_EQ(Pixels(bitmap), row.Through);
-    if (row.Bits == 24) {
-      EXPECT_EQ(space.Asked, 2) << "neighbours that are equal are asked for once";
-    }
+    EXPECT_EQ(counting.Asked, row.Asked);
   }
-}
-
-TEST(BitmapData, ColorSpacesOfOtherKinds) {
-  THtBitmapData bitmap;
-  Fill(bitmap, 1, 1, 16, {0x21, 0x43});  // four fields of 4 bits
-  bitmap.Convertto32(std::make_unique<TCountingSpace>(4).get());
-  EXPECT_EQ(Pixels(bitmap), TPixels{0x44332211u ^ 0x80000000});
-  Fill(bitmap, 2, 1, 8, {7, 9});
-  const TCountingSpace bulk(3, true);
-  bitmap.Convertto32(&bulk);
-  EXPECT_EQ(Pixels(bitmap), (TPixels{7, 9}));
-  EXPECT_EQ(bulk.Asked, 0);
-  const THtColorSpace identity;
-  EXPECT_EQ(identity.ConvertFloat(1, 0.5f, 0, 1), 0x000080FFu);
+  EXPECT_EQ(THtColorSpace().ConvertFloat(1, 0.5f, 0, 1), 0x000080FFu);
 }
 
 TEST(BitmapData, Masks) {
   const struct {
     int32_t Bits;
-    std::vector<uint8_t> Mask;
-    TPixels Masked;
+    const char *Mask, *Masked;
+    const char16_t* Refused;  // by Convertto32Mask
   } kRows[] = {
-      {1, {0x40}, {0x00030201, 0xFF060504}},
-      {2, {0x90}, {0x02030201, 0x01060504}},
-      {4, {0x3C}, {0x0C030201, 0x03060504}},
-      {8, {0x11, 0x22}, {0x11030201, 0x22060504}},
-      {32, {0x11, 9, 9, 9, 0x22, 9, 9, 9}, {0x11030201, 0x22060504}},
+      {1, "40", "30201 FF060504", nullptr},
+      {2, "90", "2030201 1060504", u"Mask bits 2"},
+      {4, "3C", "C030201 3060504", u"Mask bits 4"},
+      {8, "11 22", "11030201 22060504", nullptr},
+      {32, "11090909 22090909", "11030201 22060504", u"Mask bits 32"},
   };
   for (const auto& row : kRows) {
     SCOPED_TRACE(row.Bits);
-    THtBitmapData mask, bitmap;
-    Fill(mask, 2, 1, row.Bits, row.Mask);
-    Fill(bitmap, 2, 1, 24, {1, 2, 3, 4, 5, 6});
+    const TBitmap mask(2, 1, row.Bits, Hex(row.Mask));
+    TBitmap bitmap(2, 1, 24, Hex("010203 040506")), other(2, 1, 24, Hex("010203 040506"));
     bitmap.ApplyMask(mask);
-    EXPECT_EQ(Pixels(bitmap), row.Masked);
-    Fill(bitmap, 2, 1, 24, {1, 2, 3, 4, 5, 6});
-    if (row.Bits == 1 || row.Bits == 8) {
-      bitmap.Convertto32Mask(mask);
-      EXPECT_EQ(Pixels(bitmap), row.Masked);
-    } else {
-      const hstring expected = row.Bits == 2   ? u"Mask bits 2"
-                               : row.Bits == 4 ? u"Mask bits 4"
-                                               : u"Mask bits 32";
-      EXPECT_EQ(MessageOf<EHtException>([&] { bitmap.Convertto32Mask(mask); }), expected);
+    EXPECT_EQ(Text(bitmap), row.Masked);
+    const hstring message = MessageOf<EHtException>([&] { other.Convertto32Mask(mask); });
+    EXPECT_EQ(message, row.Refused ? row.Refused : u"");
+    if (!row.Refused) {
+      EXPECT_EQ(Text(other), row.Masked);
     }
   }
 }
 
-TEST(BitmapData, MasksOfAnotherSizeAreStretched) {
-  THtBitmapData mask, bitmap(4, 2, 32);
-  Fill(mask, 2, 1, 1, {0x40});
-  bitmap.Clear(0xFFABCDEF);
-  bitmap.ApplyMask(mask);
-  // Columns 0, round(0.5) = 0, 1 and min(round(1.5), 1) of the mask.
-  EXPECT_EQ(Pixels(bitmap), (TPixels{0x00ABCDEF, 0x00ABCDEF, 0xFFABCDEF, 0xFFABCDEF, 0x00ABCDEF, 0x00ABCDEF,
-                                     0xFFABCDEF, 0xFFABCDEF}));
-  EXPECT_EQ(mask.FWidth, 2);
-
-  Fill(bitmap, 2, 1, 8, {3, 200});
-  bitmap.ApplyColorMask(0xFF123456);
-  EXPECT_EQ(Pixels(bitmap), (TPixels{0x03123456, 0xC8123456}));
-  Fill(bitmap, 3, 1, 24, {10, 20, 30, 11, 20, 30, 10, 20, 31});
-  bitmap.ApplyColorRangeMask(30, 30, 0, 20, 9, 10);
-  EXPECT_EQ(Pixels(bitmap), (TPixels{0x001E140A, 0xFF1E140B, 0xFF1F140A}));
-}
-
-TEST(BitmapData, AlphaBecomesAMask) {
-  THtBitmapData bitmap;
-  Fill(bitmap, 2, 1, 32, {1, 2, 3, 4, 5, 6, 7, 8});
-  bitmap.Convertto8();
-  EXPECT_EQ(bitmap.FBits, 8);
-  EXPECT_EQ(Pixels(bitmap), (TPixels{4, 8}));
-  THtBitmapData other(2, 1, 24);
-  EXPECT_EQ(MessageOf<EHtException>([&] { other.Convertto8(); }), u"Bitness not supported");
-  EXPECT_EQ(MessageOf<EHtException>([&] { (void)other.IsSingleColor(); }), u"Only 32 bit image is supported");
-  EXPECT_THROW(other.ConverttoMask(), EAssertionFailed);
-}
-
-TEST(BitmapData, Sizes) {
-  THtBitmapData bitmap;
-  const auto start = [&] { Fill(bitmap, 3, 2, 8, {1, 2, 3, 0, 4, 5, 6, 0}); };
-  start();
-  bitmap.Resize(6, 1);  // columns 0, 0.5, 1, 1.5, 2, 2.5 with ties to even
-  EXPECT_EQ(Pixels(bitmap), (TPixels{1, 1, 2, 3, 3, 3}));
-  start();
-  for (const TPoint& size : {TPoint{0, 5}, {5, 0}, {3, 2}}) bitmap.Resize(size.X, size.Y);
-  EXPECT_EQ(Pixels(bitmap), (TPixels{1, 2, 3, 4, 5, 6}));
-  bitmap.FlipVertical();
-  EXPECT_EQ(Pixels(bitmap), (TPixels{4, 5, 6, 1, 2, 3}));
-  bitmap.Crop({1, -5, 3, 1});
-  EXPECT_EQ(Pixels(bitmap), (TPixels{5, 6}));
-  EXPECT_EQ(bitmap.FStride, 4);
-  Fill(bitmap, 12, 1, 1, {0x5A, 0x50});  // 0101 1010 0101
-  bitmap.Crop({3, 0, 12, 1});
-  EXPECT_EQ(Pixels(bitmap), (TPixels{1, 1, 0, 1, 0, 0, 1, 0, 1}));
-  bitmap.Crop({5, 5, 2, 2});
-  EXPECT_EQ(bitmap.FWidth, 0);
-
-  Fill(bitmap, 1, 1, 24, {1, 2, 3});
-  bitmap.BGRtoRGB();
-  bitmap.InvertComponents();
-  EXPECT_EQ(Pixels(bitmap), TPixels{0xFEFDFC});
-  THtBitmapData single(2, 2, 32);
-  EXPECT_TRUE(single.IsSingleColor());
-  EXPECT_TRUE(THtBitmapData(0, 3, 32).IsSingleColor());
+TEST(BitmapData, Operations) {
+  using TData = THtBitmapData;
+  static constexpr TRect kCrops[] = {{1, -5, 3, 1}, {3, 0, 12, 1}, {2, 0, 1, 1}};
+  const struct {
+    int32_t Width, Height, Bits;
+    const char* Bytes;
+    void (*Do)(TData&);
+    const char* Pixels;
+  } kRows[] = {
+      {3, 2, 8, "01020300 04050600", [](TData& b) { b.Resize(6, 1); }, "1 1 2 3 3 3"},  // ties to even
+      {3, 1, 8, "01020300", [](TData& b) { b.Resize(0, 5); }, "1 2 3"},
+      {3, 1, 8, "01020300", [](TData& b) { b.Resize(5, 0); }, "1 2 3"},
+      {3, 1, 8, "01020300", [](TData& b) { b.Resize(3, 1); }, "1 2 3"},
+      {2, 1, 24, "010203 040506", [](TData& b) { b.Resize(1, 1); }, "30201 60504"},  // not at this depth
+      {4, 1, 4, "2143", [](TData& b) { b.Resize(2, 1), b.Convert4to8(); }, "1 3"},
+      {1, 1, 32, "01020304", [](TData& b) { b.Resize(1, 2); }, "4030201 4030201"},
+      {3, 2, 8, "01020300 04050600", [](TData& b) { b.FlipVertical(); }, "4 5 6 1 2 3"},
+      {3, 2, 8, "01020300 04050600", [](TData& b) { b.Crop(kCrops[0]); }, "2 3"},
+      {12, 1, 1, "5A50", [](TData& b) { b.Crop(kCrops[1]); }, "1 1 0 1 0 0 1 0 1"},
+      {3, 1, 8, "01020300", [](TData& b) { b.Crop(kCrops[2]); }, ""},
+      {1, 1, 24, "010203", [](TData& b) { b.BGRtoRGB(); }, "10203"},
+      {1, 1, 32, "01020304", [](TData& b) { b.InvertComponents(); }, "FBFCFDFE"},
+      {2, 1, 8, "03 C8", [](TData& b) { b.ApplyColorMask(0xFF123456); }, "3123456 C8123456"},
+      {5, 1, 24, "0A141E 0B141E 0A151E 0A141F 08141E",
+       [](TData& b) { b.ApplyColorRangeMask(30, 30, 0, 20, 9, 10); },
+       "1E140A FF1E140B FF1E150A FF1F140A FF1E1408"},
+      {2, 1, 32, "01020304 05060708", [](TData& b) { b.Convertto8(); }, "4 8"},
+      {3, 1, 32, "00000000 000000FF 000000FF", [](TData& b) { b.CMYKtoRGBA(); },
+       "FFFFFFFF FF231F20 FF231F20"},
+      // Stretched: columns 0, round(0.5) = 0, 1 and min(round(1.5), 1).
+      {4, 1, 32, "01000000 02000000 03000000 04000000",
+       [](TData& b) {
+         b.ApplyMask(TBitmap(2, 1, 8, {7, 8}));
+       },
+       "7000001 7000002 8000003 8000004"},
+  };
+  for (const auto& row : kRows) {
+    TBitmap bitmap(row.Width, row.Height, row.Bits, Hex(row.Bytes));
+    row.Do(bitmap);
+    EXPECT_EQ(Text(bitmap), row.Pixels) << &row - kRows;
+    EXPECT_EQ(bitmap.FStride, THtBitmapData::CalcStride(bitmap.FWidth, bitmap.FBits));
+  }
+  TData flat(2, 1, 24), single(2, 2, 32);
+  EXPECT_TRUE(single.IsSingleColor() && TData(0, 3, 32).IsSingleColor());
   single.SetPixel(1, 1, 1);
   EXPECT_FALSE(single.IsSingleColor());
+  EXPECT_EQ(MessageOf<EHtException>([&] { flat.Convertto8(); }), u"Bitness not supported");
+  EXPECT_EQ(MessageOf<EHtException>([&] { (void)flat.IsSingleColor(); }), u"Only 32 bit image is supported");
+  EXPECT_THROW(flat.ConverttoMask(), EAssertionFailed);
 }
 
 TEST(BitmapData, FourInks) {
@@ -284,39 +245,30 @@ TEST(BitmapData, FourInks) {
       {0x00800000, 0xFFFFF87F},  // halfway but for 1/255: 0.9744 and 0.498
   };
   for (const auto& row : kRows) EXPECT_EQ(CMYKtoARGB(row.Inks), row.Color) << std::hex << row.Inks;
-  THtBitmapData bitmap;
-  Fill(bitmap, 3, 1, 32, {0, 0, 0, 0, 0, 0, 0, 255, 0, 0, 0, 255});
-  bitmap.CMYKtoRGBA();
-  EXPECT_EQ(Pixels(bitmap), (TPixels{0xFFFFFFFF, 0xFF231F20, 0xFF231F20}));
 }
 
 // Each place of a small bitmap on another, against the same said pixel by pixel.
 TEST(BitmapData, Combinations) {
-  const auto combined = [](uint32_t t, uint32_t s, THtPixelOperation op, uint32_t all) {
-    switch (op) {
-      case poOr: return t | s;
-      case poAnd: return t & s;
-      case poXor: return t ^ s;
-      case poNXor: return ~(t ^ s) & all;
-      default: return s;
-    }
+  const auto random = [](int32_t width, int32_t height, int32_t bits) {
+    return RandomBytes(static_cast<size_t>(THtBitmapData::CalcStride(width, bits) * height));
   };
+  const std::function<uint32_t(uint32_t, uint32_t)> kOperations[] = {
+      std::bit_or(), std::bit_and(), std::bit_xor(), [](uint32_t t, uint32_t s) { return ~(t ^ s); },
+      [](uint32_t, uint32_t s) { return s; }};
   for (const int32_t bits : {1, 24})
     for (const THtPixelOperation op : {poOr, poAnd, poXor, poNXor, poCopy})
       for (int32_t x = -14; x < 24; ++x) {
-        THtBitmapData target, source;
-        Fill(target, 21, 3, bits, RandomBytes(static_cast<size_t>(THtBitmapData::CalcStride(21, bits)) * 3));
-        Fill(source, 13, 2, bits, RandomBytes(static_cast<size_t>(THtBitmapData::CalcStride(13, bits)) * 2));
+        TBitmap target(21, 3, bits, random(21, 3, bits)), expected(21, 3, bits, {});
+        const TBitmap source(13, 2, bits, random(13, 2, bits));
+        std::ranges::copy(target.FData, expected.FData.begin());
         const int32_t y = x % 3;
-        TPixels expected = Pixels(target);
-        for (int32_t i = 0; i < 13; ++i)
-          for (int32_t j = 0; j < 2; ++j)
-            if (x + i >= 0 && x + i < 21 && y + j >= 0 && y + j < 3) {
-              uint32_t& pixel = expected[static_cast<size_t>((y + j) * 21 + x + i)];
-              pixel = combined(pixel, source.GetPixel(i, j), op, bits == 1 ? 1 : 0xFFFFFF);
-            }
+        for (int32_t i = 0; i < 13; ++i)  // what lies outside is not set
+          for (int32_t j = 0; j < 2; ++j) {
+            const uint32_t pixel = kOperations[op](target.GetPixel(x + i, y + j), source.GetPixel(i, j));
+            expected.SetPixel(x + i, y + j, bits == 1 ? pixel & 1 : pixel);
+          }
         target.Combine(source, x, y, op);
-        ASSERT_EQ(Pixels(target), expected) << bits << " bits, operation " << op << ", at " << x;
+        ASSERT_EQ(Text(target), Text(expected)) << bits << " bits, operation " << op << ", at " << x;
       }
   THtBitmapData a(1, 1, 1), b(1, 1, 24);
   EXPECT_THROW(a.Combine(b, 0, 0, poOr), EAssertionFailed);
@@ -325,29 +277,26 @@ TEST(BitmapData, Combinations) {
 }
 
 TEST(BitmapData, VectorRowsAreThePlainOnes) {
-  const detail::TBitmapRows* vector = detail::HtVectorBitmapRows();
+  using TRows = detail::TBitmapRows;
+  const TRows* vector = detail::HtVectorBitmapRows();
   if (!vector) GTEST_SKIP() << "no vector code on this processor";
-  const detail::TBitmapRows& plain = detail::kPlainBitmapRows;
-  for (int32_t count = 0; count < 70; ++count) {
-    SCOPED_TRACE(count);
-    const std::vector<uint8_t> source = RandomBytes(static_cast<size_t>(count) * 4),
-                               pixels = RandomBytes(280);
-    const auto same = [&](const auto& call) {
-      std::vector<uint8_t> expected = pixels, got = pixels;
-      call(plain, expected.data());
-      call(*vector, got.data());
-      return expected == got;
-    };
-    using TRows = detail::TBitmapRows;
+  for (int32_t n = 0; n < 70; ++n) {
+    const std::vector<uint8_t> source = RandomBytes(static_cast<size_t>(n) * 4), pixels = RandomBytes(280);
     const uint8_t* from = source.data();
-    EXPECT_TRUE(same([&](const TRows& rows, uint8_t* to) { rows.Rgb24To32(from, to, count); }));
-    EXPECT_TRUE(same([&](const TRows& rows, uint8_t* to) { rows.Gray8To32(from, to, count); }));
-    EXPECT_TRUE(
-        same([&](const TRows& rows, uint8_t* to) { rows.Bits1To32(from, to, count, 0x1234, 0xFEDCBA98); }));
-    EXPECT_TRUE(same([&](const TRows& rows, uint8_t* to) { rows.Swap24(to, count); }));
-    EXPECT_TRUE(same([&](const TRows& rows, uint8_t* to) { rows.Swap32(to, count); }));
-    EXPECT_TRUE(same([&](const TRows& rows, uint8_t* to) { rows.Mask8(from, to, count); }));
-    EXPECT_TRUE(same([&](const TRows& rows, uint8_t* to) { rows.Mask1(from, to, count); }));
+    const std::function<void(const TRows&, uint8_t*)> kCalls[] = {
+        [=](const TRows& rows, uint8_t* to) { rows.Rgb24To32(from, to, n); },
+        [=](const TRows& rows, uint8_t* to) { rows.Gray8To32(from, to, n); },
+        [=](const TRows& rows, uint8_t* to) { rows.Bits1To32(from, to, n, 0x1234, 0xFEDCBA98); },
+        [=](const TRows& rows, uint8_t* to) { rows.Swap24(to, n); },
+        [=](const TRows& rows, uint8_t* to) { rows.Swap32(to, n); },
+        [=](const TRows& rows, uint8_t* to) { rows.Mask8(from, to, n); },
+        [=](const TRows& rows, uint8_t* to) { rows.Mask1(from, to, n); }};
+    for (const auto& call : kCalls) {
+      std::vector<uint8_t> expected = pixels, got = pixels;
+      call(detail::kPlainBitmapRows, expected.data());
+      call(*vector, got.data());
+      EXPECT_EQ(got, expected) << "call " << &call - kCalls << " of " << n << " pixels";
+    }
   }
 }
 
@@ -360,108 +309,61 @@ struct TDib {
   uint32_t Compression = 0, ImageSize = 0, Used = 0;
 
   THtBytes Write(const THtBytes& rest) const {
-    THtBytes bytes;
-    const auto put = [&](uint32_t value, int count) {
-      for (int i = 0; i < count; ++i) bytes.push_back(static_cast<uint8_t>(value >> 8 * i));
-    };
-    put(Size, 4);
     const int side = Size == 12 ? 2 : 4;
-    put(static_cast<uint32_t>(Width), side);
-    put(static_cast<uint32_t>(Height), side);
-    put(1, 2);
-    put(static_cast<uint32_t>(Bits), 2);
-    if (Size != 12)
-      for (const uint32_t value : {Compression, ImageSize, 0u, 0u, Used, 0u}) put(value, 4);
-    bytes.resize(std::max<size_t>(bytes.size(), Size));
+    const std::pair<int64_t, int> kFields[] = {
+        {Size, 4},        {Width, side},  {Height, side}, {1, 2},    {Bits, 2},
+        {Compression, 4}, {ImageSize, 4}, {0, 8},         {Used, 4}, {0, 4}};
+    THtBytes bytes;
+    for (const auto& [value, count] : kFields)
+      for (int i = 0; i < count; ++i) bytes.push_back(static_cast<uint8_t>(value >> 8 * i));
+    bytes.resize(Size);
     bytes.insert(bytes.end(), rest.begin(), rest.end());
     return bytes;
   }
 };
 
-TEST(BitmapData, ReadsBMPs) {
-  const THtBytes two{0, 0, 0xFF, 0, 9, 8, 7, 0};  // red, and 0x070809
-  const auto with = [](THtBytes a, const THtBytes& b) {
-    a.insert(a.end(), b.begin(), b.end());
-    return a;
-  };
-  const THtBytes ones{0x40, 0, 0, 0, 0x80, 0, 0, 0};
+TEST(BitmapData, BMPs) {
+  const std::string four = "010203 040506 0000 070809 010203 0000",
+                    two = "0000FF00 09080700 ";  // pixels, colours
+  const auto zeros = [](size_t count) { return std::string(2 * count, '0'); };
   const struct {
-    const char* Name;
     TDib Header;
-    THtBytes Rest;
+    std::string Rest;
     bool BottomUp;
-    TPixels Pixels;
+    const char* Result;  // pixels, or what is wrong
   } kRows[] = {
-      {"24 bits",
-       {},
-       {1, 2, 3, 4, 5, 6, 0, 0, 7, 8, 9, 1, 2, 3, 0, 0},
-       false,
-       {0x030201, 0x060504, 0x090807, 0x030201}},
-      {"bottom up, v4",
-       {.Size = 108},
-       {1, 2, 3, 4, 5, 6, 0, 0, 7, 8, 9, 1, 2, 3, 0, 0},
+      {{}, four, false, "30201 60504 90807 30201"},
+      {{.Size = 108}, four, true, "90807 30201 30201 60504"},
+      {{.Width = -1, .Height = -1, .Bits = 32, .ImageSize = 4}, "01020304", false, "FF030201"},
+      {{.Height = 1, .Bits = 1}, two + "40000000", false, "FFFF0000 FF070809"},
+      {{.Bits = 1, .ImageSize = 10},
+       two + "40000000 80000000 0000",
        true,
-       {0x090807, 0x030201, 0x030201, 0x060504}},
-      {"32 bits, upside down",
-       {.Width = -1, .Height = -1, .Bits = 32, .ImageSize = 4},
-       {1, 2, 3, 4},
-       false,
-       {0xFF030201}},
-      {"1 bit", {.Bits = 1}, with(two, ones), false, {0xFFFF0000, 0xFF070809, 0xFF070809, 0xFFFF0000}},
-      {"1 bit, bottom up, padded",
-       {.Bits = 1, .ImageSize = 10},
-       with(two, with(ones, {0, 0})),
-       true,
-       {0xFF070809, 0xFFFF0000, 0xFFFF0000, 0xFF070809}},
-      {"8 bits of 2 colours",
-       {.Height = 1, .Bits = 8, .Used = 2},
-       with(two, {1, 2, 0, 0}),
-       false,
-       {0xFF070809, 0xFF000000}},
-      {"core",
-       {.Size = 12, .Height = 1, .Bits = 1},
-       {0, 0, 0xFF, 9, 8, 7, 0x40, 0, 0, 0},
-       false,
-       {0xFFFF0000, 0xFF070809}},
+       "FF070809 FFFF0000 FFFF0000 FF070809"},
+      {{.Height = 1, .Bits = 8, .Used = 2}, two + "01020000", false, "FF070809 FF000000"},
+      {{.Size = 12, .Height = 1, .Bits = 1}, "0000FF 090807 40000000", false, "FFFF0000 FF070809"},
+      {{.Width = 0, .Height = INT32_MAX}, "", true, ""},
+      {{}, zeros(15), false, "Stream read error"},
+      {{.ImageSize = 17}, zeros(16), false, "Stream read error"},
+      {{.ImageSize = 11}, zeros(11), false, "Stream read error"},
+      {{.Bits = 8}, zeros(1000), false, "Stream read error"},
+      {{.Bits = 1, .Used = 0xFFFFFFFF}, zeros(1000), false, "Stream read error"},
+      {{.Width = INT32_MIN, .Height = INT32_MIN, .Bits = 32}, zeros(16), false, "The bitmap is too large"},
+      {{.Bits = 7}, zeros(16), false, "Bitness not supported"},
+      {{.Bits = 8, .Compression = 1}, zeros(16), false, "Compression not supported"},
   };
   for (const auto& row : kRows) {
-    SCOPED_TRACE(row.Name);
-    TBytesStream stream(row.Header.Write(row.Rest));
+    TBytesStream stream(row.Header.Write(Hex(row.Rest)));
     THtBitmapData bitmap;
-    bitmap.LoadfromDIB(stream, {}, 32, row.BottomUp);
-    EXPECT_EQ(Pixels(bitmap), row.Pixels);
-    EXPECT_EQ(bitmap.FBits, row.Header.Bits <= 8 ? 32 : row.Header.Bits);
+    const hstring error = MessageOf<EHtException>([&] { bitmap.LoadfromDIB(stream, {}, 32, row.BottomUp); });
+    EXPECT_LE(bitmap.FHeight, 2);
+    EXPECT_EQ(error.Empty() ? Text(bitmap) : HtToUtf8(error), row.Result) << &row - kRows;
+    EXPECT_EQ(bitmap.FBits, error.Empty() && row.Header.Bits == 24 ? 24 : 32);
   }
-  TBytesStream stream(TDib{.Height = 1, .Bits = 8, .Used = 2}.Write(two));
+  TBytesStream stream(TDib{.Height = 1, .Bits = 8, .Used = 2}.Write(Hex(two)));
   THtBitmapData bitmap;
-  bitmap.LoadfromDIB(stream, Bytes({1, 0, 0, 0}), 24, false);  // pixels from elsewhere
-  EXPECT_EQ(Pixels(bitmap), (TPixels{0x070809, 0xFF0000}));
-}
-
-TEST(BitmapData, BadBMPsAreRefused) {
-  TBytesStream empty(TDib{.Width = 0, .Height = INT32_MAX}.Write({}));
-  THtBitmapData nothing;
-  nothing.LoadfromDIB(empty, {}, 32, true);
-  EXPECT_EQ(nothing.FHeight, 0);
-  const struct {
-    TDib Header;
-    size_t Rest;
-    const char16_t* Message;
-  } kRows[] = {
-      {{}, 15, u"Stream read error"},
-      {{.ImageSize = 17}, 16, u"Stream read error"},
-      {{.ImageSize = 11}, 11, u"Stream read error"},
-      {{.Bits = 8}, 1000, u"Stream read error"},
-      {{.Bits = 1, .Used = 0xFFFFFFFF}, 1000, u"Stream read error"},
-      {{.Width = INT32_MIN, .Height = INT32_MIN, .Bits = 32}, 16, u"The bitmap is too large"},
-      {{.Bits = 7}, 16, u"Bitness not supported"},
-      {{.Bits = 8, .Compression = 1}, 16, u"Compression not supported"},
-  };
-  for (const auto& row : kRows) {
-    TBytesStream stream(row.Header.Write(THtBytes(row.Rest)));
-    THtBitmapData bitmap;
-    EXPECT_EQ(MessageOf<EHtException>([&] { bitmap.LoadfromDIB(stream, {}, 32, false); }), row.Message);
-  }
+  bitmap.LoadfromDIB(stream, Bytes("01000000"), 24, false);  // pixels from elsewhere
+  EXPECT_EQ(Text(bitmap), "70809 FF0000");
 }
 
 }  // namespace

@@ -8,15 +8,8 @@ using namespace ht;
 
 namespace {
 
-THtCanvasScene NewScene(const TRect& viewPort = {0, 0, 100, 80}) {
-  THtCanvasScene scene;
-  scene.Init(viewPort, nullptr);
-  return scene;
-}
-
 TEST(CanvasScene, InitTakesTheWholeViewport) {
-  THtCanvasScene scene = NewScene();
-  scene.Scale = 3;
+  THtCanvasScene scene = NewScene({0, 0, 100, 80}, 3);
   scene.EditorMode = true;
   scene.UpdateRects.push_back({1, 2, 3, 4});
   int drawing = 0;
@@ -48,7 +41,7 @@ TEST(CanvasScene, UpdateRectsAreTakenAsTheyAre) {
   };
   for (const auto& c : kCases) {
     SCOPED_TRACE(Text(c.Added));
-    THtCanvasScene scene = NewScene();
+    THtCanvasScene scene = NewScene({0, 0, 100, 80});
     scene.AddUpdateRect(kFirst);
     scene.AddUpdateRect(c.Added);
     ASSERT_EQ(scene.UpdateRects.size(), c.Count);
@@ -90,22 +83,19 @@ TEST(CanvasScene, ScrollMovesThePlacesAndAddsStrips) {
   uint8_t buffer[2000];
   for (const auto& c : kCases) {
     SCOPED_TRACE(c.Rects);
-    THtCanvasScene scene = NewScene();
-    scene.Scale = c.Scale;
+    THtCanvasScene scene = NewScene({0, 0, 100, 80}, c.Scale);
     scene.AddUpdateRect({20, 20, 30, 30});
+    THtCanvasScene blind = scene;
     uint8_t *ptr1 = buffer, *ptr2 = buffer;
     scene.AddScrollUpdateRects(c.Dx, c.Dy, 100, 80, c.Stride, ptr1, ptr2);
     EXPECT_EQ(ptr1 - buffer, c.Moved1);
     EXPECT_EQ(ptr2 - buffer, c.Moved2);
     EXPECT_EQ(Text(scene.UpdateRects), c.Rects);
-    // Without the pointers the rectangles are the same, and null stays null.
-    THtCanvasScene blind = NewScene();
-    blind.Scale = c.Scale;
-    blind.AddUpdateRect({20, 20, 30, 30});
-    uint8_t *null1 = nullptr, *null2 = nullptr;
-    blind.AddScrollUpdateRects(c.Dx, c.Dy, 100, 80, c.Stride, null1, null2);
-    EXPECT_EQ(null1, nullptr);
-    EXPECT_EQ(null2, nullptr);
+    // Without the pointer that a scroll forward moves first, the rectangles are the same, and nothing moves.
+    uint8_t *ptr = c.Dx < 0 || c.Dy < 0 ? nullptr : buffer, *null = nullptr;
+    uint8_t* const before = ptr;
+    blind.AddScrollUpdateRects(c.Dx, c.Dy, 100, 80, c.Stride, ptr, null);
+    EXPECT_TRUE(ptr == before && !null);
     EXPECT_EQ(blind.UpdateRects, scene.UpdateRects);
   }
 }

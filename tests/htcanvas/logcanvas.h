@@ -20,13 +20,6 @@ inline std::string TakeLog() {
   return text;
 }
 
-template <class... T>
-std::string Words(const std::string& first, T... numbers) {
-  std::string text = first;
-  ((text += " " + Text(static_cast<double>(numbers))), ...);
-  return text;
-}
-
 inline std::string HexColor(uint32_t color) {
   char text[9];
   std::snprintf(text, sizeof text, "%08x", color);
@@ -63,6 +56,14 @@ class TLogCanvasClass : public TFixedCanvasClass {
  public:
   using TFixedCanvasClass::TFixedCanvasClass;
   const THtBitmapClass* BitmapClass() const override { return TLogBitmap::Class(); }
+  THtStringList& FontDictionary() const override {
+    static THtStringList fonts(31, false);
+    return fonts;
+  }
+  void GetFonts(TStringList& list) const override {
+    Log("fonts");
+    for (const char16_t* name : {u"Arial", u"Foo Bold", u"ÄRGER Sans"}) list.Add(name);
+  }
 
  protected:
   ~TLogCanvasClass() = default;

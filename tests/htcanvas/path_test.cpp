@@ -8,27 +8,16 @@
 namespace ht {
 namespace {
 
-// One letter a record, then its numbers, rounded to hundredths.
+// One letter a record, then its numbers.
 std::string Records(const THtCustomPath& path) {
   std::string text;
-  const auto add = [&text](float value) {
-    const double rounded = std::nearbyint(value * 100.0) / 100;
-    std::string number = std::to_string(rounded == 0 ? 0 : rounded);
-    number.erase(number.find_last_not_of('0') + 1);
-    if (number.back() == '.') number.pop_back();
-    text += (text.back() >= 'A' && text.back() <= 'Z' ? "" : " ") + number;
-  };
   for (int32_t i = 0; i < path.Count(); ++i) {
     const THtPathRec& record = path.GetRec(i);
-    text += (text.empty() ? "" : " ") + std::string(1, "MLCASZEQP"[record.Kind]);
-    if (record.Kind <= prLineTo) {
-      add(record.Point.X);
-      add(record.Point.Y);
-    }
-    for (const TPointF& point : record.Points) {
-      add(point.X);
-      add(point.Y);
-    }
+    std::string numbers;
+    if (record.Kind <= prLineTo) numbers = Words("", record.Point.X, record.Point.Y);
+    for (const TPointF& point : record.Points) numbers += Words("", point.X, point.Y);
+    text += (i > 0 ? " " : "") + std::string(1, "MLCASZEQP"[record.Kind]) +
+            numbers.substr(numbers.empty() ? 0 : 1);
   }
   return text;
 }
@@ -86,12 +75,8 @@ TEST(Path, RefusesWhatIsNoCommand) {
       {u"10 20", 0, ""}, {u"M0 0 B1", u'B', "M0 0"}, {u"M0 0L1 1z5 5", 0, "M0 0 L1 1 Z"}, {u"x", u'x', ""}};
   for (const auto& c : cases) {
     THtCustomPath path;
-    try {
-      path.Parse(c.Data);
-      ADD_FAILURE() << HtToUtf8(c.Data);
-    } catch (const EHtException& e) {
-      EXPECT_EQ(e.Message, u"Unknown path command " + hstring(1, c.Command));
-    }
+    EXPECT_EQ(MessageOf<EHtException>([&] { path.Parse(c.Data); }),
+              u"Unknown path command " + hstring(1, c.Command));
     EXPECT_EQ(Records(path), c.Records);
   }
 }

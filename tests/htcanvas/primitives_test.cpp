@@ -1,4 +1,5 @@
 #include <gtest/gtest.h>
+#include <sstream>
 
 #include "htcanvas/shadowprops.h"
 #include "htcanvas/wavyline.h"
@@ -12,9 +13,7 @@ namespace {
 class TPrimitives : public testing::Test {
  protected:
   void SetUp() override {
-    THtCanvasScene scene;
-    scene.Init({0, 0, 1000, 1000}, nullptr);
-    FCanvas.BeginScene(scene);
+    FCanvas.BeginScene(NewScene({0, 0, 1000, 1000}));
     TakeLog();
   }
 
@@ -23,42 +22,34 @@ class TPrimitives : public testing::Test {
 
 // --- controls ---
 
-TEST_F(TPrimitives, Checks) {
-  const char* kBox = "M11 21h18 v18 h-18 z \n";
+TEST_F(TPrimitives, Controls) {
   const struct {
     bool Checked, Hover, Disabled;
     std::string Color;
-  } kCases[] = {
+  } kChecks[] = {
       {false, false, false, "ff000000"}, {true, true, false, "ff000050"}, {true, true, true, "ffaaaaaa"}};
-  for (const auto& c : kCases) {
+  for (const auto& c : kChecks) {
+    const std::string line = "draw " + c.Color;
     FCanvas.DrawCheck({10, 20, 30, 40}, 0, c.Checked, true, c.Hover, c.Disabled);
-    std::string expected = "draw " + c.Color + " 1 " + kBox;
-    if (c.Checked) expected += "draw " + c.Color + " 2 M14 32l2 3 \ndraw " + c.Color + " 2 M16 35l5 -12 \n";
-    EXPECT_EQ(TakeLog(), expected);
+    EXPECT_EQ(TakeLog(), line + " 1 M11 21h18 v18 h-18 z \n" +
+                             (c.Checked ? line + " 2 M14 32l2 3 \n" + line + " 2 M16 35l5 -12 \n" : ""));
+    // The dot ends a tenth of a degree before it would close.
+    FCanvas.DrawRadio({10, 20, 33, 43}, 0, c.Checked, true, c.Hover, c.Disabled);
+    EXPECT_EQ(TakeLog(), line + " 1 A10 10 0 1 1 30 30 z \n" +
+                             (c.Checked ? "fill ff000000 A7 7 0 1 1 27 29.9878 z \n" : ""));
   }
-}
-
-TEST_F(TPrimitives, Radios) {
-  FCanvas.DrawRadio({10, 20, 33, 43}, 0, false, false, false, true);
-  EXPECT_EQ(TakeLog(), "draw ffaaaaaa 1 A10 10 0 1 1 30 30 z \n");
-  FCanvas.DrawRadio({10, 20, 33, 43}, 0, true, false, true, false);
-  // The dot ends a tenth of a degree before it would close.
-  EXPECT_EQ(TakeLog(), "draw ff000050 1 A10 10 0 1 1 30 30 z \nfill ff000000 A7 7 0 1 1 27 29.9878 z \n");
-}
-
-TEST_F(TPrimitives, Buttons) {
   THtCustomPath box(false);
   box.AddRoundRect({0, 0, 40, 20}, 5, 5);
   const struct {
     bool Pressed, Hover;
     std::string Line, Upper, Lower;
-  } kCases[] = {{true, true, "ff505090", "ffe3f9ff", "ffa5d0e5"},
-                {false, true, "ff909090", "ffe3f9ff", "ffbadff0"},
-                {false, false, "ff909090", "ffeeeeee", "ffdddddd"}};
-  for (const auto& c : kCases) {
-    FCanvas.DrawButton({0, 0, 40, 20}, 0, false, c.Pressed, c.Hover, true);
-    EXPECT_EQ(TakeLog(), "fill angle 1 0:" + c.Upper + " 0.5:" + c.Upper + " 0.5:" + c.Lower +
-                             " 1:" + c.Lower + " " + PathText(box) + "\nsmooth\ndraw " + c.Line + " 1 " +
+  } kButtons[] = {{true, true, "ff505090", "ffe3f9ff", "ffa5d0e5"},
+                  {false, true, "ff909090", "ffe3f9ff", "ffbadff0"},
+                  {false, false, "ff909090", "ffeeeeee", "ffdddddd"}};
+  for (const auto& b : kButtons) {
+    FCanvas.DrawButton({0, 0, 40, 20}, 0, false, b.Pressed, b.Hover, true);
+    EXPECT_EQ(TakeLog(), "fill angle 1 0:" + b.Upper + " 0.5:" + b.Upper + " 0.5:" + b.Lower +
+                             " 1:" + b.Lower + " " + PathText(box) + "\nsmooth\ndraw " + b.Line + " 1 " +
                              PathText(box) + "\n");
   }
 }
@@ -94,116 +85,92 @@ TEST_F(TPrimitives, TextShadow) {
 
 // --- shadows ---
 
-THtShadowProps Props(const TRectF& box) {
-  return THtShadowProps::CreateShadowProps(box, 0, true, 2, 3, 2, 0xFF112233, 128, false);
+THtShadowProps Props(const TRectF& box, float radius = 0, float hOffset = 2, float vOffset = 3) {
+  return THtShadowProps::CreateShadowProps(box, radius, true, hOffset, vOffset, 2, 0xFF112233, 128, false);
 }
 
 TEST_F(TPrimitives, SmallShadow) {
   constexpr const char* kStart =
       "new bitmap 32 22 alpha\nclear 0,0,32,22 00000000\nbegin 0,0,32,22 on bitmap\n"
-      "save\ntransform translate(-4,-4)\ncrisp\n";
-  constexpr const char* kEnd = "end\ngone\nbitmap 6,7,38,29 from 0,0,32,22 0.502\n";
-  const std::string blur = "restore\nblur 0,0,32,22 1\n";
-  const std::string move = "copy\nsave\ntransform translate(-6,-7)\n";
+      "save\ntransform translate(-4,-4)\ncrisp\nfill fe112233 ";
   const std::string rect = "M10 10h20 v10 h-20 z ";
   THtCustomPath round(false), triangle(false);
   round.AddRoundRect({10, 10, 30, 20}, 4, 4);
   triangle.Parse(u"M10 10 30 10 10 20z");
   const struct {
-    bool HasBackground;
     uint32_t Background;
     float Radius;
     const THtPath* Path;
-    std::string Shape, BeforeKnockOut;
-  } kCases[] = {{false, 0, 0, nullptr, rect, move},
-                {true, 0xFE000000, 0, nullptr, rect, move},
-                {true, 0xFF000000, 0, nullptr, rect, ""},
-                {false, 0, 4, nullptr, PathText(round), "smooth\n" + move},
-                {false, 0, 0, &triangle, PathText(triangle), move}};
+    std::string Shape;
+    bool KnockOut;
+  } kCases[] = {{0, 0, nullptr, rect, true},
+                {0xFE000000, 0, nullptr, rect, true},
+                {0xFF000000, 0, nullptr, rect, false},
+                {0, 4, nullptr, PathText(round), true},
+                {0, 0, &triangle, PathText(triangle), true}};
   for (const auto& c : kCases) {
-    THtShadowProps props = Props({10, 10, 30, 20});
-    props.HasBackground = c.HasBackground;
+    THtShadowProps props = Props({10, 10, 30, 20}, c.Radius);
+    props.HasBackground = c.Background != 0;
     props.BackgroundColor = c.Background;
-    props.MaxBorderRadius = c.Radius;
     FCanvas.DrawShadow(c.Path, props);
-    std::string expected = kStart + ("fill fe112233 " + c.Shape + "\n") + blur;
-    if (!c.BeforeKnockOut.empty()) expected += c.BeforeKnockOut + "fill 00ffffff " + c.Shape + "\nrestore\n";
-    EXPECT_EQ(TakeLog(), expected + kEnd);
+    std::string expected = kStart + c.Shape + "\nrestore\nblur 0,0,32,22 1\n";
+    if (c.KnockOut)
+      expected += (c.Radius > 0 ? "smooth\n" : "") + std::string("copy\nsave\ntransform translate(-6,-7)\n") +
+                  "fill 00ffffff " + c.Shape + "\nrestore\n";
+    EXPECT_EQ(TakeLog(), expected + "end\ngone\nbitmap 6,7,38,29 from 0,0,32,22 0.502\n");
   }
 }
 
-THtShadowProps LargeProps(const TRectF& box) {
-  THtShadowProps props = Props(box);
-  props.MaxBorderRadius = 10;
-  props.HOffset = 4;
-  props.VOffset = 6;
-  return props;
-}
-
+// What is drawn of a cached square: its corners, then its edges.
 TEST_F(TPrimitives, LargeShadowIsCutFromACachedSquare) {
-  THtCustomPath round(false);
-  round.AddRoundRect({6, 6, 49, 49}, 10, 10);
-  const std::string pieces =
-      "save\nmatrix \n"
-      "bitmap -2,0,20,22 from 0,0,22,22 1\n"
-      "bitmap 188,0,210,22 from 33,0,55,22 1\n"
-      "bitmap -2,190,20,212 from 0,33,22,55 1\n"
-      "bitmap 188,190,210,212 from 33,33,55,55 1\n"
-      "bitmap 20,0,188,16 from 22,0,23,16 1\n"
-      "bitmap 20,184,188,212 from 22,27,23,55 1\n"
-      "bitmap -2,22,16,190 from 0,22,18,23 1\n"
-      "bitmap 184,22,210,190 from 29,22,55,23 1\n"
-      "restore\n";
-  FCanvas.DrawShadow(nullptr, LargeProps({0, 0, 200, 200}));
+  const struct {
+    const char *Source, *Target, *Scaled;  // as it is, and in a matrix that scales by 2
+    bool Seen;                             // in one that turns
+  } kPieces[] = {{"0,0,22,22", "-2,0,20,22", "-4,0,40,44", true},
+                 {"33,0,55,22", "188,0,210,22", "376,0,420,44", true},
+                 {"0,33,22,55", "-2,190,20,212", "-4,380,40,424", false},
+                 {"33,33,55,55", "188,190,210,212", "376,380,420,424", false},
+                 {"22,0,23,16", "20,0,188,16", "40,0,376,32", true},
+                 {"22,27,23,55", "20,184,188,212", "40,368,376,424", false},
+                 {"0,22,18,23", "-2,22,16,190", "-4,44,32,380", true},
+                 {"29,22,55,23", "184,22,210,190", "368,44,420,380", true}};
+  std::string plain = "save\nmatrix \n", scaled = plain, turned;
+  for (const auto& p : kPieces) {
+    const std::string from = std::string(" from ") + p.Source + " 1\n";
+    plain += "bitmap " + (p.Target + from);
+    scaled += "bitmap " + (p.Scaled + from);
+    if (p.Seen) turned += "bitmap " + (p.Target + from);
+  }
+  THtCustomPath path(false);
+  path.AddRoundRect({6, 6, 49, 49}, 10, 10);
+  const std::string round = PathText(path);
+  THtShadowProps props = Props({0, 0, 200, 200}, 10, 4, 6);
+  FCanvas.DrawShadow(nullptr, props);
   EXPECT_EQ(TakeLog(),
             "new bitmap 55 55 alpha\nclear 0,0,55,55 00000000\nbegin 0,0,55,55 on bitmap\ncrisp\n"
             "fill fe112233 " +
-                PathText(round) +
-                "\nblur 0,0,55,55 1\ncopy\nsave\ntransform translate(-4,-6)\n"
-                "fill 00ffffff " +
-                PathText(round) + "\nrestore\nend\ngone\n" + pieces);
-  // The same again, with what does not count changed.
-  THtShadowProps props = LargeProps({0, 0, 200, 200});
+                round + "\nblur 0,0,55,55 1\ncopy\nsave\ntransform translate(-4,-6)\nfill 00ffffff " + round +
+                "\nrestore\nend\ngone\n" + plain + "restore\n");
+  // Again, with what does not count changed: from the cache.
   props.Opacity = 1;
   props.HasBackground = true;
+  FCanvas.ScaleTransform(2, 2);
+  TakeLog();
   FCanvas.DrawShadow(nullptr, props);
-  EXPECT_EQ(TakeLog(), pieces);
+  EXPECT_EQ(TakeLog(), scaled + "restore\n");
+  // Turned, it is drawn in its own coordinates, and only what comes into view.
+  FCanvas.MatrixTransform({}, false);
+  FCanvas.RotateTransform(90);
+  FCanvas.TranslateTransform(0, -100);
+  TakeLog();
+  FCanvas.DrawShadow(nullptr, props);
+  EXPECT_EQ(TakeLog(), turned);
   // A wider blur takes a larger square; with a background nothing is cut out.
   props.Blur = 4;
   FCanvas.DrawShadow(nullptr, props);
   const std::string log = TakeLog();
   EXPECT_TRUE(log.starts_with("size 79 79\nclear 0,0,79,79 00000000\nbegin 0,0,79,79 on bitmap\n")) << log;
   EXPECT_EQ(log.find("00ffffff"), log.npos);
-}
-
-TEST_F(TPrimitives, LargeShadowFollowsTheMatrix) {
-  FCanvas.DrawShadow(nullptr, LargeProps({0, 0, 200, 200}));
-  TakeLog();
-  FCanvas.ScaleTransform(2, 2);
-  FCanvas.DrawShadow(nullptr, LargeProps({0, 0, 200, 200}));
-  EXPECT_EQ(TakeLog(),
-            "transform  scale(2,2)\nsave\nmatrix \n"
-            "bitmap -4,0,40,44 from 0,0,22,22 1\n"
-            "bitmap 376,0,420,44 from 33,0,55,22 1\n"
-            "bitmap -4,380,40,424 from 0,33,22,55 1\n"
-            "bitmap 376,380,420,424 from 33,33,55,55 1\n"
-            "bitmap 40,0,376,32 from 22,0,23,16 1\n"
-            "bitmap 40,368,376,424 from 22,27,23,55 1\n"
-            "bitmap -4,44,32,380 from 0,22,18,23 1\n"
-            "bitmap 368,44,420,380 from 29,22,55,23 1\n"
-            "restore\n");
-  // Turned, it is drawn in its own coordinates, and only what comes into view.
-  FCanvas.MatrixTransform({}, false);
-  FCanvas.RotateTransform(90);
-  FCanvas.TranslateTransform(0, -100);
-  TakeLog();
-  FCanvas.DrawShadow(nullptr, LargeProps({0, 0, 200, 200}));
-  EXPECT_EQ(TakeLog(),
-            "bitmap -2,0,20,22 from 0,0,22,22 1\n"
-            "bitmap 188,0,210,22 from 33,0,55,22 1\n"
-            "bitmap 20,0,188,16 from 22,0,23,16 1\n"
-            "bitmap -2,22,16,190 from 0,22,18,23 1\n"
-            "bitmap 184,22,210,190 from 29,22,55,23 1\n");
 }
 
 TEST_F(TPrimitives, ShadowsOfAnySize) {
@@ -214,15 +181,13 @@ TEST_F(TPrimitives, ShadowsOfAnySize) {
   props.R.Right = 200;
   FCanvas.DrawShadow(nullptr, props);
   EXPECT_TRUE(TakeLog().starts_with("new bitmap 32 32"));  // 3 + 0 + 24 + 5
-  for (const float blur : {kHuge, -kHuge, kNaN, -10.0f}) {
-    props.Blur = blur;
+  for (const float blur : {kHuge, -kHuge, kNaN, -10.0f})
     for (const float side : {1.0f, 199.0f, 1e6f, kHuge, kNaN, -5.0f}) {
+      props.Blur = blur;
       props.R = {0, 0, side, side};
       FCanvas.DrawShadow(nullptr, props);
-      const std::string log = TakeLog();
-      EXPECT_EQ(log.find("new bitmap -"), log.npos);
     }
-  }
+  EXPECT_EQ(TakeLog().find("new bitmap -"), std::string::npos);
   TFixedCanvas noBitmaps;
   noBitmaps.DrawShadow(nullptr, Props({0, 0, 20, 20}));
   noBitmaps.DrawShadow(nullptr, Props({0, 0, 2000, 20}));
@@ -235,24 +200,26 @@ class TSizedImage : public THtImage {
   TSizedImage(int32_t width, int32_t height) { Width = width, Height = height; }
 };
 
-constexpr TRectF kBox{100, 200, 200, 250};
+constexpr TRectF kBox{10, 20, 110, 70};
 
-std::string Images(const std::vector<TRectF>& rects) {
+// The log of images in these rectangles.
+std::string Images(const std::string& rects) {
+  std::istringstream words(rects);
   std::string text;
-  for (const TRectF& r : rects) text += "image " + Text(r) + " 0.5\n";
+  for (std::string rect; words >> rect;) text += "image " + rect + " 0.5\n";
   return text;
 }
 
-void SetPosition(TMeasure& measure, const char16_t* text) {
-  const std::u16string_view word = text;
-  if (word.empty()) return;
+// A word of `background-position`, or a length; nothing for "-".
+void SetPosition(TMeasure& measure, const std::string& text) {
+  if (text == "-") return;
   measure.SetValue(0);
   measure.Flags.Include(mfNotAuto);
-  constexpr std::pair<std::u16string_view, TMeasureFlag> kWords[] = {
-      {u"left", mfLeft}, {u"right", mfRight}, {u"center", mfCenter}, {u"top", mfTop}, {u"bottom", mfBottom}};
+  const std::pair<const char*, TMeasureFlag> kWords[] = {
+      {"left", mfLeft}, {"right", mfRight}, {"center", mfCenter}, {"top", mfTop}, {"bottom", mfBottom}};
   for (const auto& [name, flag] : kWords)
-    if (name == word) return measure.Flags.Include(flag);
-  measure.Parse(word);
+    if (name == text) return measure.Flags.Include(flag);
+  measure.Parse(HtFromUtf8(text));
 }
 
 TEST_F(TPrimitives, BackgroundImages) {
@@ -260,67 +227,46 @@ TEST_F(TPrimitives, BackgroundImages) {
     int32_t Width, Height;
     TBackgroundSize Mode;
     TBackgroundRepeat Repeat;
-    const char16_t *SizeX, *SizeY, *X, *Y;
-    std::vector<TRectF> Drawn;
+    const char *Size, *Position, *Drawn;
   } kCases[] = {
       // fitted, by the shape of box and image
-      {20, 20, bsContain, brNoRepeat, u"", u"", u"", u"", {{100, 200, 150, 250}}},
-      {20, 20, bsCover, brNoRepeat, u"", u"", u"", u"", {{100, 200, 200, 300}}},
-      {80, 20, bsContain, brNoRepeat, u"", u"", u"", u"", {{100, 200, 200, 225}}},
-      {80, 20, bsCover, brNoRepeat, u"", u"", u"", u"", {{100, 200, 300, 250}}},
-      {20, 20, bsContain, brNoRepeat, u"", u"", u"center", u"center", {{125, 200, 175, 250}}},
-      {20, 20, bsCover, brNoRepeat, u"", u"", u"right", u"bottom", {{100, 150, 200, 250}}},
-      {20, 20, bsContain, brRepeat, u"", u"", u"center", u"center", {{100, 200, 150, 250}}},
+      {20, 20, bsContain, brNoRepeat, "- -", "- -", "10,20,60,70"},
+      {20, 20, bsCover, brNoRepeat, "- -", "- -", "10,20,110,120"},
+      {80, 20, bsContain, brNoRepeat, "- -", "- -", "10,20,110,45"},
+      {80, 20, bsCover, brNoRepeat, "- -", "- -", "10,20,210,70"},
+      {20, 20, bsContain, brNoRepeat, "- -", "center center", "35,20,85,70"},
+      {20, 20, bsCover, brNoRepeat, "- -", "right bottom", "10,-30,110,70"},
+      {20, 20, bsContain, brRepeat, "- -", "center center", "10,20,60,70"},
       // once; the deltas are 3 and 4
-      {40, 20, bsAuto, brNoRepeat, u"", u"", u"", u"", {{103, 196, 143, 216}}},
-      {40, 20, bsAuto, brNoRepeat, u"", u"", u"right", u"bottom", {{163, 226, 203, 246}}},
-      {40, 20, bsAuto, brNoRepeat, u"", u"", u"left", u"top", {{103, 196, 143, 216}}},
-      {40, 20, bsAuto, brNoRepeat, u"", u"", u"7px", u"9px", {{110, 205, 150, 225}}},
-      {40, 20, bsSize, brNoRepeat, u"10px", u"", u"center", u"center", {{148, 211, 158, 231}}},
+      {40, 20, bsAuto, brNoRepeat, "- -", "- -", "13,16,53,36"},
+      {40, 20, bsAuto, brNoRepeat, "- -", "right bottom", "73,46,113,66"},
+      {40, 20, bsAuto, brNoRepeat, "- -", "left top", "13,16,53,36"},
+      {40, 20, bsAuto, brNoRepeat, "- -", "7px 9px", "20,25,60,45"},
+      {40, 20, bsSize, brNoRepeat, "10px -", "center center", "58,31,68,51"},
       // tiled: the deltas move into the first tile
-      {60,
-       40,
-       bsAuto,
-       brRepeat,
-       u"",
-       u"",
-       u"",
-       u"",
-       {{97, 196, 157, 236}, {157, 196, 217, 236}, {97, 236, 157, 276}, {157, 236, 217, 276}}},
-      {60,
-       40,
-       bsAuto,
-       brRepeat,
-       u"",
-       u"",
-       u"center",
-       u"",
-       {{57, 196, 117, 236}, {117, 196, 177, 236}, {57, 236, 117, 276}, {117, 236, 177, 276}}},
-      {60,
-       40,
-       bsAuto,
-       brRepeat,
-       u"",
-       u"",
-       u"7px",
-       u"",
-       {{44, 196, 104, 236}, {104, 196, 164, 236}, {44, 236, 104, 276}, {104, 236, 164, 276}}},
+      {60, 40, bsAuto, brRepeat, "- -", "- -", "7,16,67,56 67,16,127,56 7,56,67,96 67,56,127,96"},
+      {60, 60, bsAuto, brRepeat, "- -", "center -", "-33,16,27,76 27,16,87,76"},
+      {60, 60, bsAuto, brRepeat, "- -", "right bottom", "-3,-34,57,26 57,-34,117,26"},
+      {60, 60, bsAuto, brRepeat, "- 50px", "7px -", "-46,16,14,66 14,16,74,66"},
       // one row: the box moves down by what the tiling moves up
-      {60, 20, bsAuto, brRepeatX, u"", u"", u"", u"center", {{97, 206, 157, 226}, {157, 206, 217, 226}}},
+      {60, 20, bsAuto, brRepeatX, "- -", "- center", "7,26,67,46 67,26,127,46"},
       // one column, moved with the box
-      {40, 25, bsAuto, brRepeatY, u"", u"", u"center", u"", {{127, 196, 167, 221}, {127, 221, 167, 246}}},
-      {0, 20, bsAuto, brRepeat, u"", u"", u"", u"", {}},
-      {20, -1, bsCover, brRepeat, u"", u"", u"", u"", {}},
-      {20, 20, bsSize, brRepeat, u"0px", u"", u"", u"", {}},
+      {40, 25, bsAuto, brRepeatY, "- -", "center -", "37,16,77,41 37,41,77,66"},
+      {0, 20, bsAuto, brRepeat, "- -", "- -", ""},
+      {20, -1, bsCover, brRepeat, "- -", "- -", ""},
+      {20, 20, bsSize, brRepeat, "0px -", "- -", ""},
   };
   for (const auto& c : kCases) {
     TElementBackground background;
     background.SizeMode = c.Mode;
     background.Repeat = c.Repeat;
-    SetPosition(background.SizeX, c.SizeX);
-    SetPosition(background.SizeY, c.SizeY);
-    SetPosition(background.PositionX, c.X);
-    SetPosition(background.PositionY, c.Y);
+    std::string x, y;
+    std::istringstream(c.Size) >> x >> y;
+    SetPosition(background.SizeX, x);
+    SetPosition(background.SizeY, y);
+    std::istringstream(c.Position) >> x >> y;
+    SetPosition(background.PositionX, x);
+    SetPosition(background.PositionY, y);
     TSizedImage image(c.Width, c.Height);
     FCanvas.FillImage(kBox, image, 3, 4, background, .5f, 0);
     EXPECT_EQ(TakeLog(), Images(c.Drawn)) << &c - kCases;
@@ -331,12 +277,10 @@ TEST_F(TPrimitives, Tiles) {
   const struct {
     TPointF Origin;
     bool RepeatX, RepeatY;
-    std::vector<TRectF> Drawn;
-  } kCases[] = {
-      {{0, 0}, false, false, {{100, 200, 160, 230}}},
-      {{-130, 70}, true, false, {{50, 190, 110, 220}, {110, 190, 170, 220}}},
-      {{60, 30}, false, true, {{100, 200, 160, 230}, {100, 230, 160, 260}}},
-  };
+    const char* Drawn;
+  } kCases[] = {{{0, 0}, false, false, "10,20,70,50"},
+                {{-130, 70}, true, false, "-40,10,20,40 20,10,80,40"},
+                {{60, 30}, false, true, "10,20,70,50 10,50,70,80"}};
   for (const auto& c : kCases) {
     TSizedImage image(60, 30);
     FCanvas.DoFillImage(image, 60, 30, kBox, c.Origin, c.RepeatX, c.RepeatY, .5f, 9);

@@ -4,6 +4,7 @@
 
 #include "htcanvas/htcanvas.h"
 #include "htruntime/exception.h"
+#include "rects.h"
 
 namespace ht {
 namespace {
@@ -45,21 +46,14 @@ TEST(Brush, GradientColors) {
 
 // The line of a CSS gradient ends where the perpendicular through it meets the corner.
 TEST(Brush, GradientLine) {
-  const struct {
-    float Angle;
-    TRectF Line;
-  } cases[] = {{90, {0, 25, 200, 25}},
-               {180, {100, 0, 100, 50}},
-               {0, {100, 50, 100, 0}},
-               {270, {200, 25, 0, 25}},
-               {135, {37.5f, -37.5f, 162.5f, 87.5f}}};
-  for (const auto& c : cases) {
-    const TRectF line =
-        THtBrush::Class()->CreateGradient({}, 0, 0, c.Angle, {0, 0, 200, 50})->CalcGradientRect();
-    EXPECT_NEAR(line.Left, c.Line.Left, 1e-3) << c.Angle;
-    EXPECT_NEAR(line.Top, c.Line.Top, 1e-3) << c.Angle;
-    EXPECT_NEAR(line.Right, c.Line.Right, 1e-3) << c.Angle;
-    EXPECT_NEAR(line.Bottom, c.Line.Bottom, 1e-3) << c.Angle;
+  const std::pair<float, const char*> cases[] = {{90, "0,25,200,25"},
+                                                 {180, "100,0,100,50"},
+                                                 {0, "100,50,100,0"},
+                                                 {270, "200,25,0,25"},
+                                                 {135, "37.5,-37.5,162.5,87.5"}};
+  for (const auto& [angle, line] : cases) {
+    const auto brush = THtBrush::Class()->CreateGradient({}, 0, 0, angle, {0, 0, 200, 50});
+    EXPECT_EQ(Text(brush->CalcGradientRect()), line);
   }
 }
 

@@ -70,80 +70,70 @@ TEST(SVGWriter, Numbers) {
 }
 
 TEST(SVGWriter, Elements) {
-  const struct {
-    TWrite Write;
-    const char* Expected;
-  } kCases[] = {
-      {[](THtSVGWriter& s) { s.Line(1, 2, 3.5f, 4, 0xFF0000FF, 1.255f); },
-       R"(<line x1="1" y1="2" x2="3.5" y2="4" stroke="#0000ff" stroke-width="1.25"/>)"},
-      {[](THtSVGWriter& s) { s.Circle(1, 2, .5f, 0x80FF0000, 0, 0); },
-       R"(<circle r=".5" cx="1" cy="2" fill="#ff000080"/>)"},
-      {[](THtSVGWriter& s) { s.Ellipse(1, 2, 3, 4, 0, 0xFF00FF00, 0); },
-       R"(<ellipse rx="3" ry="4" cx="1" cy="2" stroke="#00ff00"/>)"},
-      {[](THtSVGWriter& s) { s.Rect(1, 2, 3, 4, 0xFF112233, 0xFF445566, 2, u"a:b", 5, 6, u" id=\"r\""); },
-       R"(<rect x="1" y="2" width="3" height="4" rx="5" ry="6" fill="#112233" stroke="#445566" stroke-width="2" style="a:b" id="r"/>)"},
-      {[](THtSVGWriter& s) { s.Rect(1, 2, 3, 4, 0, 0, 0, u"", 0, 6, u""); },
-       R"(<rect x="1" y="2" width="3" height="4" ry="6"/>)"},
-      {[](THtSVGWriter& s) {
-         s.Text(1, 2, u"middle", u"a<b&\u00A0c", u"fill:red", u"rotate(5)", u"id=\"t\"");
-       },
-       R"~(<text x="1" y="2" text-anchor="middle" style="fill:red" transform="rotate(5)" id="t">a&lt;b&amp;&nbsp;c</text>)~"},
-      {[](THtSVGWriter& s) { s.Text(1, 2, u"", u"x", u"", u"", u""); }, R"(<text x="1" y="2">x</text>)"},
-      {[](THtSVGWriter& s) { s.Path(u"M0 0\"<", 0xFFFF0000, 0, 0); },
-       R"(<path  fill="#ff0000" fill-opacity="1"  d="M0 0&quot;&lt;"/>)"},
-      {[](THtSVGWriter& s) { s.Path(u"", 0x00FF0000, 0x40000000, 1.5f); },
-       R"(<path  fill="#ff0000" fill-opacity="0" stroke="#000000" stroke-opacity=".25" stroke-width="1.5"  d=""/>)"},
-      {[](THtSVGWriter& s) { s.BeginPath(0, 0, 0, u"a:b", true, u"x=\"1\""); },
-       R"(<path  fill="none" style="a:b" shape-rendering="crispEdges" x="1" d=")"},
-      {[](THtSVGWriter& s) { s.BeginPath(0, 0, 0, u"", false, u"fill=\"red\""); },
-       R"(<path  fill="red" d=")"},
-      {[](THtSVGWriter& s) {
-         s.Move(1, 1), s.BeginPath(0, 0, 0, u"", false, u""), s.LineTo(2, 2), s.EndPath();
-       },
-       R"(M1 1<path  fill="none"  d="L2 2"/>)"},
-  };
-  for (const auto& c : kCases) EXPECT_EQ(Written(c.Write), c.Expected);
-}
-
-TEST(SVGWriter, StrokesByStyle) {
-  const struct {
-    THtPenStyle Style;
-    std::string Dashes;
-  } kCases[] = {
-      {hpsSolid, ""}, {hpsDash, "8"}, {hpsDot, "1"}, {hpsDashDot, "8,1,1,1"}, {hpsDashDotDot, "8,1,1,1,1,1"},
-      {hpsClear, ""}};
-  for (const auto& c : kCases) {
-    const auto pen = THtPen::Class()->Create(0x7F00FF00, 1.2345f);
-    pen->SetPenStyle(c.Style);
-    const std::string dash = c.Dashes.empty() ? "" : " stroke-dasharray=\"" + c.Dashes + "\"";
-    THtSVGWriter svg(64);
-    svg.Stroke(*pen);
-    EXPECT_EQ(HtToUtf8(svg.GetAsString()), " stroke=\"#00ff007f\" stroke-width=\"1.2345\"" + dash);
-    EXPECT_EQ(HtToUtf8(THtSVGWriter::StrokeStyle(0x7F00FF00, 1.2345f, c.Style, {})),
-              "stroke=\"#00ff007f\" stroke-width=\"1.23\"" + dash);
-    EXPECT_EQ(
-        HtToUtf8(THtSVGWriter::StrokeStyleCSS(0xFF00FF00, 2, c.Style, {})),
-        "stroke:#00ff00; stroke-width:2;" + (c.Dashes.empty() ? "" : " stroke-dasharray:" + c.Dashes + ";"));
-  }
-  const float dashes[] = {2.5f, 3.5f, 0.4f};
-  EXPECT_EQ(HtToUtf8(THtSVGWriter::StrokeStyle(0xFF000000, 1, hpsDash, dashes)),
-            R"(stroke="#000000" stroke-width="1" stroke-dasharray="2,4,0")");
-  EXPECT_EQ(HtToUtf8(THtSVGWriter::StrokeStyleCSS(0xFF000000, .5f, hpsSolid, dashes)),
-            "stroke:#000000; stroke-width:.5; stroke-dasharray:2,4,0;");
-}
-
-TEST(SVGWriter, StrokedPath) {
   THtCustomPath path(false);
   path.AddRectangle(0, 0, 10, 20);
   const auto pen = THtPen::Class()->Create(0xFF010203, 1.239f);
   pen->SetPenStyle(hpsDot);
-  THtSVGWriter svg(64);
-  EXPECT_TRUE(svg.GetEmpty());
-  svg.StrokePath(path, *pen);
-  EXPECT_EQ(
-      HtToUtf8(svg.GetAsString()),
-      R"(<path fill="none" stroke="#010203" stroke-width="1.24" stroke-dasharray="1" d="M0 0h10 v20 h-10 z "/>)");
-  EXPECT_FALSE(svg.GetEmpty());
+  THtSVGWriter s(64);
+  EXPECT_TRUE(s.GetEmpty());
+  s.Line(1, 2, 3.5f, 4, 0xFF0000FF, 1.255f), s.Add(u"\n");
+  s.Circle(1, 2, .5f, 0x80FF0000, 0, 0), s.Add(u"\n");
+  s.Ellipse(1, 2, 3, 4, 0, 0xFF00FF00, 0), s.Add(u"\n");
+  s.Rect(1, 2, 3, 4, 0xFF112233, 0, 2, u"a:b", 5, 6, u" id=\"r\""), s.Add(u"\n");
+  s.Rect(1, 2, 3, 4, 0, 0xFF445566, 0, u"", 0, 6, u""), s.Add(u"\n");
+  s.Text(1, 2, u"end", u"a<b&\u00A0c", u"a:b", u"rotate(5)", u"id=\"t\""), s.Add(u"\n");
+  s.Text(1, 2, u"", u"x", u"", u"", u""), s.Add(u"\n");
+  s.Path(u"M0 0\"<", 0xFFFF0000, 0, 0), s.Add(u"\n");
+  s.Path(u"", 0x00FF0000, 0x40000000, 1.5f), s.Add(u"\n");
+  s.BeginPath(0, 0, 0, u"a:b", true, u"x=\"1\""), s.LineTo(1, 1), s.EndPath(), s.Add(u"\n");
+  s.Move(1, 1), s.BeginPath(0, 0, 0, u"", false, u"fill=\"red\""), s.LineTo(2, 2), s.EndPath(), s.Add(u"\n");
+  s.StrokePath(path, *pen);
+  EXPECT_FALSE(s.GetEmpty());
+  EXPECT_EQ(HtToUtf8(s.GetAsString()),
+            R"~(<line x1="1" y1="2" x2="3.5" y2="4" stroke="#0000ff" stroke-width="1.25"/>
+<circle r=".5" cx="1" cy="2" fill="#ff000080"/>
+<ellipse rx="3" ry="4" cx="1" cy="2" stroke="#00ff00"/>
+<rect x="1" y="2" width="3" height="4" rx="5" ry="6" fill="#112233" stroke-width="2" style="a:b" id="r"/>
+<rect x="1" y="2" width="3" height="4" ry="6" stroke="#445566"/>
+<text x="1" y="2" text-anchor="end" style="a:b" transform="rotate(5)" id="t">a&lt;b&amp;&nbsp;c</text>
+<text x="1" y="2">x</text>
+<path  fill="#ff0000" fill-opacity="1"  d="M0 0&quot;&lt;"/>
+<path  fill="#ff0000" fill-opacity="0" stroke="#000000" stroke-opacity=".25" stroke-width="1.5"  d=""/>
+<path  fill="none" style="a:b" shape-rendering="crispEdges" x="1" d="L1 1"/>
+M1 1<path  fill="red" d="L2 2"/>
+<path fill="none" stroke="#010203" stroke-width="1.24" stroke-dasharray="1" d="M0 0h10 v20 h-10 z "/>)~");
+}
+
+TEST(SVGWriter, StrokesByStyle) {
+  const float values[] = {2.5f, 3.5f, 0.4f};
+  const std::span<const float> none, some = values;
+  const struct {
+    THtPenStyle Style;
+    std::span<const float> Dashes;
+    std::string Written;
+  } kCases[] = {{hpsSolid, none, ""},
+                {hpsDash, none, "8"},
+                {hpsDot, none, "1"},
+                {hpsDashDot, none, "8,1,1,1"},
+                {hpsDashDotDot, none, "8,1,1,1,1,1"},
+                {hpsClear, none, ""},
+                {hpsSolid, some, "2,4,0"},
+                {hpsDash, some, "2,4,0"}};
+  for (const auto& c : kCases) {
+    const std::string dash = c.Written.empty() ? "" : " stroke-dasharray=\"" + c.Written + "\"";
+    const std::string rule = c.Written.empty() ? "" : " stroke-dasharray:" + c.Written + ";";
+    EXPECT_EQ(HtToUtf8(THtSVGWriter::StrokeStyle(0x7F00FF00, 1.2345f, c.Style, c.Dashes)),
+              "stroke=\"#00ff007f\" stroke-width=\"1.23\"" + dash);
+    EXPECT_EQ(HtToUtf8(THtSVGWriter::StrokeStyleCSS(0xFF00FF00, .5f, c.Style, c.Dashes)),
+              "stroke:#00ff00; stroke-width:.5;" + rule);
+    const auto pen = THtPen::Class()->Create(0x7F00FF00, 1.2345f);
+    pen->SetPenStyle(c.Style);
+    THtSVGWriter svg(64);
+    svg.Stroke(*pen);
+    if (c.Dashes.empty()) {
+      EXPECT_EQ(HtToUtf8(svg.GetAsString()), " stroke=\"#00ff007f\" stroke-width=\"1.2345\"" + dash);
+    }
+  }
 }
 
 }  // namespace

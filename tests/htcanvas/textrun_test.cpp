@@ -11,90 +11,77 @@ using namespace ht;
 
 namespace {
 
-// One run: its text, its flags as letters (s space, b blank, < break before, > break after, n line break, t tab) and
-// its direction.
-struct TRun {
-  std::u16string Text;
-  std::string Flags;
-  THtTextRunBidi Bidi;
-
-  friend bool operator==(const TRun&, const TRun&) = default;
-  friend std::ostream& operator<<(std::ostream& out, const TRun& run) {
-    return out << "'" << HtToUtf8(run.Text) << "' " << run.Flags << " " << int{run.Bidi};
-  }
-};
-
-std::vector<TRun> Split(const std::u16string& text) {
+// The runs of a text. Behind each stand its flags (s space, b blank, < break before, > break after, n line
+// break, t tab) and its direction (L and R, weak W, neutral N).
+std::u16string Split(const std::u16string& text) {
   THtTextRuns runs;
   HtSplitString(text, runs);
-  std::vector<TRun> result;
+  std::u16string result;
   int32_t next = 1;
   for (int32_t i = 0; i < runs.GetCount(); ++i) {
     const THtTextRun& run = *runs.GetRun(i);
     EXPECT_EQ(run.Start, next) << "without gap or overlap";
     EXPECT_GT(run.Count, 0);
     next = run.Start + run.Count;
-    std::string flags;
-    constexpr std::pair<THtTextRunFlag, char> kLetters[] = {{trfSpace, 's'},       {trfBlank, 'b'},
-                                                            {trfBreakBefore, '<'}, {trfBreakAfter, '>'},
-                                                            {trfLineBreak, 'n'},   {trfTab, 't'}};
+    result += text.substr(static_cast<size_t>(run.Start - 1), static_cast<size_t>(run.Count)) + u'{';
+    constexpr std::pair<THtTextRunFlag, char16_t> kLetters[] = {{trfSpace, u's'},       {trfBlank, u'b'},
+                                                                {trfBreakBefore, u'<'}, {trfBreakAfter, u'>'},
+                                                                {trfLineBreak, u'n'},   {trfTab, u't'}};
     THtTextRunFlags known;
     for (const auto& [flag, letter] : kLetters) {
-      if (run.Flags.Contains(flag)) flags += letter;
+      if (run.Flags.Contains(flag)) result += letter;
       known.Include(flag);
     }
     EXPECT_TRUE(run.Flags <= known);
-    result.push_back(
-        {text.substr(static_cast<size_t>(run.Start - 1), static_cast<size_t>(run.Count)), flags, run.Bidi});
+    result += u"LNWR"[run.Bidi];
+    result += u'}';
   }
   EXPECT_EQ(static_cast<size_t>(next), text.size() + 1);
   return result;
 }
 
 TEST(SplitString, Runs) {
-  constexpr auto L = bdLTR, N = bdNeutral, W = bdWeakLRT, R = bdRTL;
-  const struct {
-    std::u16string Text;
-    std::vector<TRun> Runs;
-  } kRows[] = {
-      {u"", {}},
-      {u"ab  c", {{u"ab", "", L}, {u"  ", "sb<>", N}, {u"c", "", L}}},
-      {u"\t\t \r\n\n\r\r\n\n",
-       {{u"\t\t", "sb<>t", N},
-        {u" ", "sb<>", N},
-        {u"\r\n", "sb<>n", N},
-        {u"\n\r", "sb<>n", N},
-        {u"\r\n", "sb<>n", N},
-        {u"\n", "sb<>n", N}}},
-      {u"a\u00A0\u00A0b", {{u"a", "", L}, {u"\u00A0\u00A0", "s", N}, {u"b", "", L}}},
-      {u"1,234.5 x", {{u"1,234.5", "", W}, {u" ", "sb<>", N}, {u"x", "", L}}},
-      {u"1, 2", {{u"1", "", W}, {u",", ">", N}, {u" ", "sb<>", N}, {u"2", "", W}}},
-      {u"12px/3", {{u"12px/3", "", W}}},
-      {u"3\u00E9.", {{u"3\u00E9", "", W}, {u".", "", N}}},
-      {u"1..2", {{u"1", "", W}, {u"..", "", N}, {u"2", "", W}}},
-      {u"-5", {{u"-", "", W}, {u"5", "", W}}},
-      {u"a-5", {{u"a", "", L}, {u"-", "<", W}, {u"5", "", W}}},
-      {u"5-5", {{u"5", "", W}, {u"-", "", W}, {u"5", "", W}}},
-      {u"a-b", {{u"a", "", L}, {u"-", ">", N}, {u"b", "", L}}},
-      {u"a/b!", {{u"a", "", L}, {u"/", "<", N}, {u"b", "", L}, {u"!", ">", N}}},
-      {u"don't_2`x", {{u"don't_2`x", "", L}}},
-      {u"(\"a\")1", {{u"(\"", "", N}, {u"a", "", L}, {u"\")", "", N}, {u"1", "", W}}},
-      {u"@[x", {{u"@[", "", N}, {u"x", "", L}}},
-      {u"(,a", {{u"(,", "", N}, {u"a", "", L}}},
-      {u"ab\u00ADcd", {{u"ab\u00AD", ">", L}, {u"cd", "", L}}},
-      {u"\u00ADa", {{u"\u00AD", ">", N}, {u"a", "", L}}},
-      {u"\u4E2D\u6587\u3002", {{u"\u4E2D", "<>", L}, {u"\u6587", "<", L}, {u"\u3002", ">", L}}},
-      {u"\u4E2D(\u6587", {{u"\u4E2D", "<>", L}, {u"(", "", N}, {u"\u6587", "<>", L}}},
-      {u"a\u4E2D,", {{u"a", "", L}, {u"\u4E2D", "<", L}, {u",", ">", N}}},
-      {u"\u05D0\u05D1 a", {{u"\u05D0\u05D1", "", R}, {u" ", "sb<>", N}, {u"a", "", L}}},
-      {u"a\U0001F600b", {{u"a\U0001F600b", "", L}}},
-      {u"a\u05D0", {{u"a", "", L}, {u"\u05D0", "", R}}},
-      {u"\u05D05", {{u"\u05D0", "", R}, {u"5", "", W}}},
-      {std::u16string(u"a\0b", 3), {{u"a", "", L}, {std::u16string(1, u'\0'), "", N}, {u"b", "", L}}},
+  using namespace std::literals;
+  const std::u16string kRows[] = {
+      u""s,
+      u"ab{L}  {sb<>N}c{L}"s,
+      u"\t\t{sb<>tN} {sb<>N}\r\n{sb<>nN}\n\r{sb<>nN}\r\n{sb<>nN}\n{sb<>nN}"s,
+      u"a{L}\u00A0\u00A0{sN}b{L}"s,
+      u"1,234.5{W} {sb<>N}x{L}"s,
+      u"1{W},{>N} {sb<>N}2{W}"s,
+      u"12px/3{W}"s,
+      u"3\u00E9{W}.{N}"s,
+      u"1{W}..{N}2{W}"s,
+      u"-{W}5{W}"s,
+      u"a{L}-{<W}5{W}"s,
+      u"5{W}-{W}5{W}"s,
+      u"a{L}-{>N}b{L}"s,
+      u"a{L}/{<N}b{L}!{>N}"s,
+      u"don't_2`x{L}"s,
+      u"(\"{N}a{L}\"){N}1{W}"s,
+      u"@[{N}x{L}"s,
+      u"(,{N}a{L}"s,
+      u"ab\u00AD{>L}cd{L}"s,
+      u"\u00AD{>N}a{L}"s,
+      u"\u4E2D{<>L}\u6587{<L}\u3002{>L}"s,
+      u"\u4E2D{<>L}({N}\u6587{<>L}"s,
+      u"a{L}\u4E2D{<L},{>N}"s,
+      u"\u05D0\u05D1{R} {sb<>N}a{L}"s,
+      u"a\U0001F600b{L}"s,
+      u"a{L}\u05D0{R}"s,
+      u"\u05D0{R}5{W}"s,
+      u"a{L}\0{N}b{L}"s,
+      u"a\xD83D{L}"s,  // a high half goes on in any run
   };
-  for (const auto& row : kRows) EXPECT_EQ(Split(row.Text), row.Runs) << HtToUtf8(row.Text);
-  // A high half goes on in any run, and what follows is told by its own class.
-  EXPECT_EQ(Split(u"a\xD83D"), (std::vector<TRun>{{u"a\xD83D", "", L}}));
+  for (const std::u16string& row : kRows) {
+    std::u16string text;
+    for (size_t at = 0; at < row.size(); at = row.find(u'}', at) + 1) {
+      const size_t end = row.find(u'{', at);
+      text += row.substr(at, end - at);
+      at = end;
+    }
+    EXPECT_EQ(HtToUtf8(Split(text)), HtToUtf8(row));
+  }
 }
 
 TEST(SplitString, CoversAnyText) {
