@@ -23,7 +23,7 @@ void THtMetaImageRec::WithImage(THtCanvas& canvas, const std::function<void(THtI
     return !Image->Url.Empty() && canvas.CanvasClass()->GetFlags().Contains(hcfSupportsImageRef);
   };
   auto* recorder = dynamic_cast<THtMetaCanvas*>(&canvas);
-  // A recording may outlive this record, and with it an image of its own.
+  // A recording may outlive this record and the image that it owns.
   const bool refers = recorder ? !FImageSelfCreated : Image && Image->ClassType() == imageClass;
   if (Image && (refers || Image->IsMeta || byAddress())) return draw(*Image);
   const THtBytes bytes = Image && ImageData.empty() ? Image->AsBytes() : ImageData;
@@ -34,7 +34,7 @@ void THtMetaImageRec::WithImage(THtCanvas& canvas, const std::function<void(THtI
     crossed->Width = Image->Width;
     crossed->Height = Image->Height;
   }
-  if (crossed->GetLoaded()) draw(*crossed);
+  if (recorder || crossed->GetLoaded()) draw(*crossed);
   if (recorder) recorder->KeepImage(std::move(crossed));
 }
 
