@@ -133,7 +133,6 @@ void DrawDashed(THtCanvas& c, THtFontCollection&) {
   path.Parse(u"M1 2H30V40");
   path.SetFillModeWinding(true);
   c.DrawPath(pen, path);
-  pen.SetDashOffset(0);
 }
 
 void DrawClip(THtCanvas& c, THtFontCollection&) {
@@ -219,6 +218,13 @@ const struct {
        c.DrawRectangle(pen, 1, 2, 3, 4);
      },
      Record(9).F({1, 2, 3, 4, 0, 0}).U8({0, 0, 1, 0, 0}).U32({7}).F({2}).U8({2}).F({0}).U8({0}).U32({0})},
+    {"inverting frame",
+     [](auto& c, auto&) {
+       THtPen& pen = c.GetPen(7, 2);
+       pen.FMode = ldmXOR;
+       c.DrawRectangle(pen, 1, 2, 3, 4);
+     },
+     Record(9).F({1, 2, 3, 4, 0, 0}).U8({0, 0, 1, 0, 0}).U32({7}).F({2}).U8({0}).F({0}).U8({1}).U32({0})},
 };
 // clang-format on
 
@@ -234,14 +240,6 @@ TEST_F(MetaCanvas, StreamToTheByteAndBack) {
     EXPECT_EQ(Saved(*again), again->Count() > 0 ? bytes : Saved(THtMetaList(true))) << row.Name;
   }
 }
-
-// A file gives its bytes in pieces, and a list may stand anywhere in it.
-class TPieces : public TMemoryStream {
- public:
-  int64_t Read(void* buffer, int64_t count) override {
-    return TMemoryStream::Read(buffer, std::min<int64_t>(count, 7));
-  }
-};
 
 TEST_F(MetaCanvas, AnyDamageEndsInAValueOrAnException) {
   const THtBytes whole = Saved(*Recorded(DrawAll));
@@ -275,18 +273,39 @@ TEST_F(MetaCanvas, AnyDamageEndsInAValueOrAnException) {
   EXPECT_EQ(Loaded(TBytes().U32({3}).U8({10, 0, 6, 0, 1, 255, 255}).Data)->Count(), 1);
 }
 
+// As a file: its memory is not at hand.
+class TFarStream : public TStream {
+ public:
+  explicit TFarStream(THtBytes bytes) : FBytes(std::move(bytes)) {}
+  int64_t Read(void* buffer, int64_t count) override { return FBytes.Read(buffer, count); }
+  int64_t Write(const void* buffer, int64_t count) override { return FBytes.Write(buffer, count); }
+  int64_t Seek(int64_t offset, TSeekOrigin origin) override { return FBytes.Seek(offset, origin); }
+
+ private:
+  TBytesStream FBytes;
+};
+
 TEST_F(MetaCanvas, ListsFollowEachOtherInAnyStream) {
-  TPieces stream;
-  const auto list = Recorded(DrawAll);
-  for (int i = 0; i < 2; ++i) list->SavetoStream(stream);
-  stream.SetPosition(0);
-  for (int i = 0; i < 2; ++i) {
-    THtMetaList again(true);
-    static_cast<TStream&>(stream).SetPosition(stream.GetSize() / 2 * i);
-    again.LoadfromStream(stream, *TLogCanvas::Class(), *FFonts);
-    EXPECT_EQ(stream.GetPosition(), stream.GetSize() / 2 * (i + 1));
-    EXPECT_EQ(Saved(again), Saved(*Loaded(Saved(*list))));
-  }
+  const auto image = TBytesImage::Class()->Create(THtBytes(100000, 5));
+  const auto list = Recorded([&](THtCanvas& c, THtFontCollection& fonts) {
+    c.DrawImage(*image, {0, 0, 1, 1}, 1);
+    for (int i = 0; i < 100; ++i) DrawAll(c, fonts);  // more than is read ahead at once
+  });
+  const THtBytes bytes = Saved(*list), loaded = Saved(*Loaded(bytes));
+  THtBytes twice = bytes;
+  twice.insert(twice.end(), bytes.begin(), bytes.end());
+  TFarStream far(twice);
+  TBytesStream near(twice);
+  for (TStream* stream : std::initializer_list<TStream*>{&far, &near})
+    for (int i = 1; i <= 2; ++i) {
+      THtMetaList again(true);
+      again.LoadfromStream(*stream, *TLogCanvas::Class(), *FFonts);
+      EXPECT_EQ(stream->GetPosition(), static_cast<int64_t>(bytes.size()) * i);
+      EXPECT_EQ(Saved(again), loaded);
+    }
+  TFarStream cut({bytes.begin(), bytes.end() - 1});
+  THtMetaList again(true);
+  EXPECT_THROW(again.LoadfromStream(cut, *TLogCanvas::Class(), *FFonts), EStreamError);
 }
 
 void DrawLinks(THtCanvas& c, THtFontCollection& fonts) {
@@ -463,6 +482,22 @@ TEST_F(MetaCanvas, APathIsKeptAsItWas) {
   EXPECT_EQ(Played(*list), "fill 00000001 M1 2l2 2 \nfill 00000001 M6 7l2 2 \n");
 }
 
+// Its images keep no bytes.
+class TForgetfulClass : public TLogCanvasClass {
+ public:
+  using TLogCanvasClass::TLogCanvasClass;
+  const THtImageClass* ImageClass() const override { return THtImage::Class(); }
+
+ protected:
+  ~TForgetfulClass() = default;
+};
+class TForgetfulCanvas : public TLogCanvas {
+  HT_CLASS(TForgetfulCanvas, TLogCanvas)
+
+ public:
+  using TClassRef = TForgetfulClass;
+};
+
 TEST_F(MetaCanvas, Images) {
   TElementBackground background;
   background.Repeat = brNoRepeat;
@@ -482,6 +517,25 @@ TEST_F(MetaCanvas, Images) {
   const auto copy = Recorded([&](auto& c, auto&) { list->Play(c, 1); });  // which has images of its own
   list->Unify();
   EXPECT_EQ(Played<TOtherCanvas>(*copy), "image 0,0,5,5 1\n");
+
+  // So has one of a loaded list; and what forgets its bytes is rebuilt from those of the record.
+  THtMetaList forgetful(true);
+  TBytesStream stream(Saved(*list));
+  forgetful.LoadfromStream(stream, *TForgetfulCanvas::Class(), *FFonts);
+  EXPECT_EQ(Played(forgetful), "image 0,0,5,5 1\nimage 0,0,50,50 1\n");
+  const auto second = Recorded([&](auto& c, auto&) { forgetful.Play(c, 1); });
+  forgetful.Unify();
+  EXPECT_EQ(Played(*second), "image 0,0,5,5 1\nimage 0,0,50,50 1\n");
+}
+
+TEST_F(MetaCanvas, AListIsPlayedIntoItself) {
+  THtMetaList list(true);
+  THtMetaCanvas canvas(list);
+  canvas.BeginScene(Scene());
+  DrawAll(canvas, *FFonts);
+  const int32_t count = list.Count();
+  list.Play(canvas, 1);
+  EXPECT_EQ(list.Count(), 2 * count);
 }
 
 hstring TextOf(const THtMetaCanvas& canvas, int32_t page, int32_t record) {
@@ -503,6 +557,16 @@ class TLogExporter : public THtPagedExporter {
 };
 class TLogExporterOf : public TLogExporter {
   HT_CLASS(TLogExporterOf, TLogExporter)
+};
+
+// Its data cannot be read.
+class TLostImage : public THtImage {
+ public:
+  std::unique_ptr<TStream> GetImageData() override {
+    if (Lost) throw EStreamError(u"Stream read error"_hs);
+    return nullptr;
+  }
+  bool Lost = true;
 };
 
 TEST_F(MetaCanvas, Pages) {
@@ -545,7 +609,13 @@ TEST_F(MetaCanvas, Pages) {
   more.BeginPaging(25.4f, 25.4f, 96, coDefault);
   const auto image = TBytesImage::Class()->Create(THtBytes{9, 8});
   more.DrawImage(*image, {}, 1);
+  more.NewPage(coDefault);
+  TLostImage lost;
+  more.DrawImage(lost, {}, 1);
   THtPage* page = more.GetPage(0);
+  EXPECT_THROW(canvas.AddPages(more), EStreamError);
+  EXPECT_EQ(std::pair(canvas.GetPageCount(), more.GetPage(0)), std::pair(5, page));
+  lost.Lost = false;
   canvas.AddPages(more);
   EXPECT_EQ(more.GetPageCount(), 0);
   EXPECT_EQ(canvas.GetPage(5), page);
@@ -598,13 +668,19 @@ TEST_F(MetaCanvas, ExportersByFormat) {
   THtMetaCanvas canvas;
   canvas.BeginScene(Scene());
   TMemoryStream stream;
-  try {
-    canvas.SavetoPDFStream(stream);
-    FAIL();
-  } catch (const EHtException& e) {
-    EXPECT_STREQ(e.what(), "PDF exporter not registered (add htvelmapdf unit into project)");
-  }
+  const auto expectNone = [&] {
+    try {
+      canvas.SavetoPDFStream(stream);
+      FAIL();
+    } catch (const EHtException& e) {
+      EXPECT_STREQ(e.what(), "PDF exporter not registered (add htvelmapdf unit into project)");
+    }
+  };
+  expectNone();
+  THtPagedExporter::RegisterExporter(u"PDF"_hs, THtPagedExporter::Class());  // of which there is none
+  expectNone();
   THtPagedExporter::RegisterExporter(u"PDF"_hs, nullptr);
+  expectNone();
   THtPagedExporter::RegisterExporter(u"PDF"_hs, TLogExporterOf::Class());
   EXPECT_EQ(THtPagedExporter::FindExporter(u"pdf"_hs), nullptr);
   TakeLog();
