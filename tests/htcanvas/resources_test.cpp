@@ -110,21 +110,15 @@ TEST(Image, Formats) {
     std::string_view Bytes;
     THtImageFormat Format;
     bool IsImage;
-  } cases[] = {{"\xFF\xD8\xFF\xE0xx"sv, hifJPEG, true},
-               {"\x89PNG\r\n"sv, hifPNG, true},
-               {"GIF89a"sv, hifGIF, true},
-               {"BM...."sv, hifBitmap, true},
-               {"<svg x>"sv, hifSVG, false},
-               {"<SVg x>"sv, hifSVG, false},
-               {"<sVx x>"sv, hifUnknown, false},
-               {"<?xml "sv, hifSVG, false},
-               {"\0\0\1\0\1\0"sv, hifIcon, false},
-               {"II*\0......"sv, hifTIFF, true},
-               {"MM\0*......"sv, hifTIFF, true},
-               {"II*\0.."sv, hifTIFF, false},
-               {"GIF89"sv, hifUnknown, false},
-               {"\1\0\0\1......."sv, hifUnknown, true},
-               {""sv, hifUnknown, false}};
+  } cases[] = {
+      // clang-format off
+      {"\xFF\xD8\xFF\xE0xx"sv, hifJPEG, true}, {"\x89PNG\r\n"sv, hifPNG, true}, {"GIF89a"sv, hifGIF, true},
+      {"BM...."sv, hifBitmap, true}, {"<svg x>"sv, hifSVG, false}, {"<SVg x>"sv, hifSVG, false},
+      {"<sVx x>"sv, hifUnknown, false}, {"<?xml "sv, hifSVG, false}, {"\0\0\1\0\1\0"sv, hifIcon, false},
+      {"II*\0......"sv, hifTIFF, true}, {"MM\0*......"sv, hifTIFF, true}, {"II*\0.."sv, hifTIFF, false},
+      {"GIF89"sv, hifUnknown, false}, {"\1\0\0\1......."sv, hifUnknown, true}, {""sv, hifUnknown, false},
+      // clang-format on
+  };
   for (const auto& c : cases) {
     const THtBytes bytes(c.Bytes.begin(), c.Bytes.end());
     const auto image = THtImage::Class()->Create(bytes);
