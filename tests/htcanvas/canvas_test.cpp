@@ -151,11 +151,13 @@ TEST_F(TCanvas, PenAndBrushAreUsedAgain) {
   pen.SetLineJoin(ljRound);
   pen.SetLineCap(lcSquare);
   pen.SetDashes(std::array{3.0f}, 0);
+  pen.SetDashOffset(4);
+  pen.FMode = ldmXOR;
   EXPECT_EQ(&FCanvas.GetPen(5, 6), &pen);
   EXPECT_EQ(
       Words("pen", pen.GetColor(), pen.GetWidth(), pen.GetPenStyle(), pen.GetLineJoin(), pen.GetLineCap()),
       Words("pen", 5, 6, hpsSolid, ljMiter, lcFlat));
-  EXPECT_TRUE(pen.Dashes.empty());
+  EXPECT_TRUE(pen.Dashes.empty() && pen.GetDashOffset() == 0 && pen.FMode == ldmCopy);
   const THtBrush& brush = FCanvas.GetBrush(7);
   EXPECT_EQ(&FCanvas.GetBrush(8), &brush);
   EXPECT_EQ(brush.GetColor(), 8u);
