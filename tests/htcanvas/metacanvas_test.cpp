@@ -334,6 +334,26 @@ TEST_F(MetaCanvas, ReplayIsTheSameAsDrawing) {
   }
 }
 
+// Resources of one colour, so that one might be taken for another.
+void DrawAlike(THtCanvas& c, THtFontCollection& fonts) {
+  THtTextStyle style;
+  style.Color = 0xFF000001;
+  for (const float size : {1.0f, 2.0f, 1.0f}) {
+    c.DrawEllipse(c.GetPen(0xFF000001, size), 10, 20, 30, 40);
+    const auto brush = THtBrush::Class()->CreateRadialGradient(0, 0, 10, 10, 10, 10, size, {});
+    brush->SetGradientColors(std::array{0.0f, 1.0f}, std::array{0xFF000001u, 0xFF000002u});
+    c.FillEllipse(*brush, 10, 20, 30, 40);
+    c.DrawString(u"a"_hs, {10, 20, 30, 40}, *fonts.GetFont(u"Arial"_hs, size, {}), style, 1, 1);
+  }
+}
+
+TEST_F(MetaCanvas, WhatLooksAlikeIsKeptApart) {
+  const auto list = Recorded(DrawAlike), loaded = Loaded(Saved(*list));
+  const std::string direct = SVGOf([&](THtCanvas& c) { DrawAlike(c, *FFonts); });
+  for (THtMetaList* played : {list.get(), loaded.get()})
+    EXPECT_EQ(SVGOf([&](THtCanvas& c) { played->Play(c, 1); }), direct);
+}
+
 TEST_F(MetaCanvas, OpacityFadesAndChangesNothingOfTheList) {
   const auto list = Recorded(DrawAll);
   const THtBytes before = Saved(*list);
