@@ -51,7 +51,8 @@ class THtPageMeta : public THtPage {
 ///
 /// What is drawn before the first scene goes nowhere. Kept are shapes, texts, images, clips, transforms, saved states,
 /// links and shadows. What works on pixels is not: smoothing, compositing, bitmaps, blurs, SetClip, the colour matrix.
-/// Fonts and images that are drawn with are referred to, and have to outlive the recording; see THtMetaList.
+/// Fonts and images that are drawn with are referred to, and have to outlive the recording; see THtMetaList. Texts that are
+/// played into it with fonts of another class get theirs from GetFontCollection.
 class THtMetaCanvas : public THtCanvas {
   HT_CLASS(THtMetaCanvas, THtCanvas)
 

@@ -25,6 +25,7 @@ class TFields {
   void Put(const hstring& text) { FJson.Text(text); }
   void Put(uint32_t color) { FJson.Text(HtFormat(u"%.8X", color)); }
   void Put(float number) { FJson.Number(number, kDecimals); }
+  void Put(int64_t count) { FJson.Number(count); }
   template <class TEnum>
     requires std::is_enum_v<TEnum>
   void Put(TEnum value) { FJson.Text(HtEnumOf<TEnum>().NameOf(value)); }
@@ -157,7 +158,7 @@ void Fields(TFields& fields, const THtMetaImageRec& r) {
   fields.Add(u"RSource", r.RSource)
       .Add(u"RDest", r.RDest)
       .Add(u"Opacity", r.Opacity)
-      .Add(u"Bytes", static_cast<float>(r.ImageData.size()));
+      .Add(u"Bytes", static_cast<int64_t>(r.ImageData.size()));
 }
 
 void Fields(TFields& fields, const THtMetaMatrixRec& r) { fields.Add(u"M", r.M).Add(u"Flags", r.M.Flags); }
