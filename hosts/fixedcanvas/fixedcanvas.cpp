@@ -34,7 +34,7 @@ const THtImageClass* TFixedCanvasClass::ImageClass() const { return TBytesImage:
 
 float TFixedCanvasClass::MeasureString(const hstring& text, THtFont& font, const THtTextStyle& style, float,
                                        int32_t start, int32_t count) const {
-  const size_t skip = std::min(static_cast<size_t>(std::max(start - 1, 0)), text.Size());
+  const size_t skip = std::min(static_cast<size_t>(std::max(start, 1) - 1), text.Size());
   const std::u16string_view part =
       text.View().substr(skip, count < 0 ? text.Size() : static_cast<size_t>(count));
   const auto blanks = std::count(part.begin(), part.end(), u' ');

@@ -145,7 +145,7 @@ float TRefCanvasClass::MeasureString(const hstring& text, THtFont& font, const T
                                      int32_t start, int32_t count) const {
   TShapeRequest request;
   request.Text = text;
-  request.Start = std::min(static_cast<size_t>(std::max(start - 1, 0)), text.Size());
+  request.Start = std::min(static_cast<size_t>(std::max(start, 1) - 1), text.Size());
   const size_t rest = text.Size() - request.Start;
   request.Count = count < 0 ? rest : std::min(static_cast<size_t>(count), rest);
   THtFontOpentypeFeatures features = font.FontFeatureSettings;

@@ -23,7 +23,7 @@ bool IsInvisible(uint32_t color) { return color >> 24 == 0; }
 
 // A negative count is the length of the whole text.
 hstring PartOf(const hstring& text, int32_t start, int32_t count) {
-  const size_t skip = std::min(static_cast<size_t>(std::max(start - 1, 0)), text.Size());
+  const size_t skip = std::min(static_cast<size_t>(std::max(start, 1) - 1), text.Size());
   if (skip == 0 && (count < 0 || count >= text.Length())) return text;
   return text.View().substr(skip, count < 0 ? text.Size() : static_cast<size_t>(count));
 }

@@ -31,7 +31,7 @@ hstring DecorationOf(THtFontStyles style) {
 
 // The characters of a text from position `start` (from 1) on; all of them for a negative count.
 std::u16string_view PartOf(std::u16string_view text, int32_t start, int32_t count) {
-  const size_t skip = std::min(static_cast<size_t>(std::max(start - 1, 0)), text.size());
+  const size_t skip = std::min(static_cast<size_t>(std::max(start, 1) - 1), text.size());
   return text.substr(skip, count < 0 ? text.npos : static_cast<size_t>(count));
 }
 

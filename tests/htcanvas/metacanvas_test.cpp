@@ -460,7 +460,7 @@ TEST_F(MetaCanvas, Texts) {
     const char* Expected;  // of DrawString; null for none
     bool Ex;               // whether DrawStringEx records
   } kRows[] = {
-      {u"Hello", style, 1, -1, "Hello", true},
+      {u"Hello", style, INT32_MIN, -1, "Hello", true},
       {u"Hello", style, 2, 3, "ell", true},
       {u"Hello", style, 3, -1, "llo", true},
       {u"Hello", style, 4, 99, "lo", true},
