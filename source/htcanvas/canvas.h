@@ -62,7 +62,8 @@ class THtCanvas : public TObject {
   /// Index from 0; null outside.
   virtual THtPage* GetPage(int32_t index) const;
   /// Fills a rectangle with tiles of an image. `origin` is the place in the tiling that comes to the corner of `rect`.
-  /// Each direction may be left at one row or column of tiles. `radius` is not used here.
+  /// Each direction may be left at one row or column of tiles. More than 16 million tiles are not drawn at all. `radius`
+  /// is not used here.
   virtual void DoFillImage(THtImage& image, float tileW, float tileH, const TRectF& rect,
                            const TPointF& origin, bool repeatX, bool repeatY, float opacity, float radius);
 

@@ -10,6 +10,8 @@ namespace ht {
 
 namespace {
 
+constexpr int64_t kMostTiles = 1 << 24;  // two for each pixel of a large screen; more would never end
+
 constexpr bool RepeatsX(TBackgroundRepeat repeat) { return repeat == brRepeat || repeat == brRepeatX; }
 constexpr bool RepeatsY(TBackgroundRepeat repeat) { return repeat == brRepeat || repeat == brRepeatY; }
 
@@ -95,6 +97,7 @@ void THtCanvas::DoFillImage(THtImage& image, float tileW, float tileH, const TRe
   if (!(tileW > 0) || !(tileH > 0)) return;
   const int32_t columns = TileCount(rect.Width(), tileW, repeatX);
   const int32_t rows = TileCount(rect.Height(), tileH, repeatY);
+  if (int64_t{columns} * rows > kMostTiles) return;
   const float left = rect.Left - Phase(origin.X, tileW), top = rect.Top - Phase(origin.Y, tileH);
   for (int32_t row = 0; row < rows; ++row)
     for (int32_t column = 0; column < columns; ++column) {

@@ -16,7 +16,6 @@ namespace ht {
 
 namespace {
 
-constexpr size_t kFirstBlock = 1 << 10, kLargestBlock = 64 << 10;
 constexpr std::u16string_view kPageCount = u"$$|$#";
 
 bool IsInvisible(uint32_t color) { return color >> 24 == 0; }
@@ -60,7 +59,7 @@ THtBytes THtPageMeta::AsMetaFileBytes() { return {}; }
 
 // --- scenes and states ---
 
-THtMetaCanvas::THtMetaCanvas() : FChain(kFirstBlock, kLargestBlock, alignof(void*)) {}
+THtMetaCanvas::THtMetaCanvas() = default;
 THtMetaCanvas::THtMetaCanvas(THtMetaList& list) : THtMetaCanvas() { FList = &list; }
 THtMetaCanvas::~THtMetaCanvas() = default;
 

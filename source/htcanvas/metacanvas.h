@@ -133,7 +133,7 @@ class THtMetaCanvas : public THtCanvas {
   bool ExportPage(THtPagedExporter& exporter, int32_t index) const;
   TPoint SheetSize() const;
 
-  THtBlockChain FChain;                  // of the records
+  THtMetaRecChain FChain;
   std::unique_ptr<THtMetaList> FFrames;  // the records of sheets that belong to no page
   detail::TMetaClones<THtBrush> FBrushes;
   detail::TMetaClones<THtPen> FPens;

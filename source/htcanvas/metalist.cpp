@@ -12,7 +12,6 @@ namespace ht {
 namespace {
 
 constexpr int64_t kChunk = 64 << 10;
-constexpr size_t kFirstBlock = 1 << 10, kLargestBlock = 64 << 10;
 
 template <class T>
 THtMetaCanvasRec* NewRec(THtBlockChain& chain) {
@@ -39,6 +38,12 @@ static_assert(std::size(kNewRecs) == mtRect + 1);
 int32_t THtMetaList::Add(THtMetaCanvasRec* record) { return FRecs.Add(record); }
 
 void THtMetaList::Play(THtCanvas& canvas, float opacity) {
+  struct TPlaying {
+    bool& Flag;
+    ~TPlaying() { Flag = false; }
+  };
+  if (std::exchange(FPlaying, true)) return;
+  const TPlaying playing{FPlaying};
   const int32_t count = Count();  // what is recorded into this list meanwhile is not played
   for (int32_t i = 0; i < count; ++i) {
     THtMetaCanvasRec& record = *GetRec(i);
@@ -69,7 +74,7 @@ void THtMetaList::SavetoStream(TStream& stream) const {
 void THtMetaList::LoadfromStream(TStream& stream, const THtCanvasClass& canvasClass,
                                  THtFontCollection& fonts) {
   TMetaReader in(stream, canvasClass, fonts);
-  THtBlockChain chain(kFirstBlock, kLargestBlock, alignof(void*));
+  THtMetaRecChain chain;
   for (size_t left = in.Count(); left > 0; --left) {
     const uint16_t tag = in.U16();
     if (tag == mtNone || tag >= std::size(kNewRecs)) continue;

@@ -38,7 +38,8 @@ class THtMetaList : public THtDisplayList {
   int32_t Count() const { return FRecs.GetCount(); }
   /// Index from 0. Raises EListError outside.
   THtMetaCanvasRec* GetRec(int32_t index) const { return FRecs.Get<THtMetaCanvasRec>(index); }
-  /// `opacity` from 0 to 1 is multiplied with that of the records.
+  /// `opacity` from 0 to 1 is multiplied with that of the records. Where the list is part of itself, as an image of a page
+  /// on that page, it is left out.
   void Play(THtCanvas& canvas, float opacity) override;
   /// Makes the list independent of the images that were drawn. Those of a page that was unified are made of their data
   /// each time it is played.
@@ -64,6 +65,7 @@ class THtMetaList : public THtDisplayList {
  private:
   THtMetaRecDrawEvent FOnDrawRec;
   THtObjectList FRecs;
+  bool FPlaying = false;
   std::vector<std::unique_ptr<THtImage>> FImages;
 };
 

@@ -11,6 +11,12 @@ class THtFontCollection;
 class TMetaReader;
 class TStream;
 
+/// Where a recording or a loaded list takes the memory of its records from.
+class THtMetaRecChain : public THtBlockChain {
+ public:
+  THtMetaRecChain() : THtBlockChain(1 << 10, 64 << 10, alignof(void*)) {}
+};
+
 /// One call of a canvas, recorded. A THtMetaList owns its records and plays them. A host may derive records of its own:
 /// they are played as any other, but the stream has no form for them.
 ///

@@ -42,6 +42,7 @@ const THtPen& CrossPen(const THtPen& from, THtCanvas& canvas, float opacity) {
   pen.SetLineJoin(from.GetLineJoin());
   pen.SetLineCap(from.GetLineCap());
   pen.SetDashOffset(from.GetDashOffset());
+  pen.FMode = from.FMode;
   pen.Dashes = from.Dashes;
   return pen;
 }

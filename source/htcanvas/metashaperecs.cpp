@@ -12,9 +12,11 @@ namespace ht {
 
 namespace {
 
-// A line reaches beyond its figure by half its width.
+// A line reaches beyond its figure by half its width, and where it turns, by so many times that.
+constexpr float kMiterLimit = 4;
+
 bool StrokeInView(const THtCanvas& canvas, TRectF figure, float width) {
-  const float beyond = std::abs(width) / 2;
+  const float beyond = std::abs(width) / 2 * kMiterLimit;
   RInflate(figure, beyond, beyond);
   return canvas.DocumentRectInView(figure);
 }

@@ -1,10 +1,21 @@
 #include "htcanvas/metawriter.h"
 
+#include <limits>
+
+#include "htruntime/exception.h"
+#include "htruntime/format.h"
+
 namespace ht {
 
 void TMetaWriter::Flush() {
   FStream.WriteBuffer(FBlock.data(), static_cast<int64_t>(FCount));
   FCount = 0;
+}
+
+void TMetaWriter::I32(size_t value) {
+  if (value > static_cast<size_t>(std::numeric_limits<int32_t>::max()))
+    throw EHtException(HtFormat(u"Meta stream cannot hold %d items", static_cast<int64_t>(value)));
+  Raw(static_cast<int32_t>(value));
 }
 
 void TMetaWriter::Put(const void* data, size_t bytes) {

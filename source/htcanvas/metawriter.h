@@ -44,7 +44,8 @@ class TMetaWriter {
   void F32(T... values) {
     (Raw(values), ...);
   }
-  void I32(size_t value) { Raw(static_cast<int32_t>(value)); }
+  /// A count. Raises EHtException "Meta stream cannot hold %d items" for more than 2^31 - 1.
+  void I32(size_t value);
   void U32(uint32_t value) { Raw(value); }
   void U8(uint8_t value) { Raw(value); }
   void Rect(const TRectF& rect) { F32(rect.Left, rect.Top, rect.Right, rect.Bottom); }

@@ -666,6 +666,7 @@ TEST_F(MetaCanvas, APageAsAnImage) {
   const auto image = canvas.GetPage(0)->AsImage(0);
   EXPECT_EQ(std::pair(image->Width, image->Height), std::pair(96, 192));
   EXPECT_TRUE(canvas.GetPage(0)->AsMetaFileBytes().empty());
+  canvas.DrawImage(*image, {0, 0, 50, 50}, 1);  // the page on itself, which does not go on for ever
   const auto placed = Recorded([&](auto& c, auto&) { c.DrawImage(*image, {10, 0, 106, 192}, 1); });
   EXPECT_EQ(Played<TOtherCanvas>(*placed), Played(*placed));
   EXPECT_NE(SVGOf([&](THtCanvas& c) { placed->Play(c, 1); }).find("<rect x=\"1\" y=\"2\""),
