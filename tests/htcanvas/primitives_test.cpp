@@ -286,6 +286,9 @@ TEST_F(TPrimitives, Tiles) {
     FCanvas.DoFillImage(image, 60, 30, kBox, c.Origin, c.RepeatX, c.RepeatY, .5f, 9);
     EXPECT_EQ(TakeLog(), Images(c.Drawn));
   }
+  TSizedImage image(60, 30);
+  FCanvas.DoFillImage(image, 0.001f, 0.001f, kBox, {0, 0}, true, true, 1, 0);  // comes to an end
+  EXPECT_EQ(TakeLog(), "");
 }
 
 }  // namespace
