@@ -218,7 +218,7 @@ void THtMetaCanvas::EndPaging() {
 }
 
 void THtMetaCanvas::AddPages(THtMetaCanvas& other) {
-  if (&other == this) return;
+  if (&other == this || other.fPages.empty()) return;
   for (int32_t i = 0; i < other.GetPageCount(); ++i) other.Page(i).Meta->Unify();
   fPages.insert(fPages.end(), std::make_move_iterator(other.fPages.begin()),
                 std::make_move_iterator(other.fPages.end()));
