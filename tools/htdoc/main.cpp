@@ -29,7 +29,7 @@ void PrintCommands() {
   Print(kIntroduction);
   for (const TCommand* command : AllCommands()) {
     std::string line = "  " + std::string(command->Name);
-    line.resize(std::max<size_t>(line.size() + 2, 12), ' ');
+    line.resize(std::max<size_t>(line.size() + 2, 13), ' ');
     Print(line + std::string(command->Summary) + "\n");
   }
   Print(kGeneral);
