@@ -192,6 +192,20 @@ const struct {
        c.DrawImage(image, {10, 20, 30, 40}, 1);
      },
      Record(4).F({0, 0, 0, 0, 10, 20, 30, 40, 1}).U32({0})},
+    {"tiled image",
+     [](auto& c, auto&) {
+       static const auto kImage = TBytesImage::Class()->Create(THtBytes{4});
+       c.FillImage({10, 20, 30, 40}, *kImage, 1, 2, {}, .5f, 3);
+     },
+     Record(4).F({0, 0, 0, 0, 10, 20, 30, 40, .5f}).U32({1}).U8({4})},
+    {"spaced text",
+     [](auto& c, auto& fonts) {
+       THtFont& font = *fonts.GetFont(u"Arial"_hs, 12, {hfsBold});
+       font.SetStyle({hfsBold, hfsUnderline});
+       c.DrawStringEx(u"ab"_hs, {1, 2, 3, 4}, font, {}, std::array{1.0f, 2.0f}, &c.GetBrush(1), &c.GetPen(2, 3), 1, -1);
+     },
+     Record(1).S(u"ab").S(u"Arial").F({12}).U8({1 | 4, 0, 0}).F({1, 2, 3, 4}).U32({0}).F({1, 0, 0, 1})
+         .U8({0, 0, 0, 0}).U32({0, 0, 0, 0}).F({0, 0, 0}).U8({0, 0, 0, 0})},
     {"matrix", [](auto& c, auto&) { c.TranslateTransform(3, 4); }, Record(5).Matrix({1, 0, 0, 1, 3, 4}, 1)},
     {"save", [](auto& c, auto&) { c.SaveState(); }, Record(6).U8({1})},
     {"restore", [](auto& c, auto&) { c.RestoreState(); }, Record(6).U8({0})},
