@@ -112,7 +112,8 @@ extern const TCommand kDrawCommand = {
     "  --style          print the CSS of the text classes instead\n"
     "  -o OUT           write to a file; several pages go to OUT-1.svg, OUT-2.svg and so "
     "on;\n"
-    "                   OUT.hmeta records all pages as a meta stream instead\n" HTDOC_ENCODING_HELP,
+    "                   OUT.hmeta records all pages as a meta stream instead, without links\n"
+    "                   and anchors, which it has no form for\n" HTDOC_ENCODING_HELP,
     kOptions,
     "SCRIPT",
     RunDraw,
