@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <utility>
 
 #include "htruntime/rounding.h"
 #include "htutils/samevalue.h"
@@ -79,8 +80,11 @@ void THtStripeCache::Update(THtCanvas& canvas, int32_t screenWidth, int32_t scre
                          std::max(stripeHeight, 1) == StripeHeight && docWidth == DocWidth &&
                          docHeight == DocHeight;
   scale = UsableScale(scale);
-  if (FFilled && sameSizes && Holds(-x, -y) && Turn(canvas, scale, -y)) return;
-  FFilled = false;
+  // Whatever ends the painting early leaves a ring that is not filled.
+  if (std::exchange(FFilled, false) && sameSizes && Holds(-x, -y) && Turn(canvas, scale, -y)) {
+    FFilled = true;
+    return;
+  }
   Init(screenWidth, screenHeight, stripeHeight, docWidth, docHeight, scale);
   Rebuild(canvas, -x, -y);
 }

@@ -31,7 +31,12 @@ class THtStripeCache : public THtCache {
   /// Sets the sizes and the number of stripes: what the view needs and one more, never more than the document and one.
   virtual void Init(int32_t screenWidth, int32_t screenHeight, int32_t stripeHeight, int32_t docWidth,
                     int32_t docHeight, float scale);
-  /// Paints stripes on the target, the first one at (x, y), each further one StripeHeight lower. Called once at most.
+  /// A surface of StripeWidth times StripeHeight.
+  virtual std::unique_ptr<TObject> CreateStripe() = 0;
+  /// Gives the stripe the present StripeWidth and StripeHeight.
+  virtual void UpdateStripeSize(int32_t index) = 0;
+  /// Paints stripes on the target, the first one at (x, y), each further one StripeHeight lower. PaintOnCanvas calls it
+  /// once at most.
   virtual void PaintStripe(int32_t first, int32_t last, THtCanvas& target, int32_t x, int32_t y) = 0;
   /// Paints what of the view lies in the ring; (screenLeft, screenTop) is the view's corner on the target.
   virtual void PaintOnCanvas(THtCanvas& target, float screenLeft, float screenTop, float x, float y);
@@ -60,12 +65,6 @@ class THtStripeCache : public THtCache {
   float DocScale = 1;                           // of the view
   float StripeScale = 1;                        // that the stripes were painted at
   uint32_t BackgroundColor = 0;                 // of a stripe
-
- protected:
-  /// A surface of StripeWidth times StripeHeight.
-  virtual std::unique_ptr<TObject> CreateStripe() = 0;
-  /// Gives the stripe the present StripeWidth and StripeHeight.
-  virtual void UpdateStripeSize(int32_t index) = 0;
 
  private:
   bool Holds(float left, float top) const;

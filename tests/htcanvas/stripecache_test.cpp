@@ -17,6 +17,10 @@ struct TStripe : TObject {
 
 class TLogCache : public THtStripeCache {
  public:
+  std::unique_ptr<TObject> CreateStripe() override { return std::make_unique<TStripe>(); }
+  void UpdateStripeSize(int32_t index) override {
+    Stripe(index).Width = StripeWidth, Stripe(index).Height = StripeHeight;
+  }
   void PaintStripe(int32_t first, int32_t last, THtCanvas&, int32_t x, int32_t y) override {
     Log(Words("paint", first, last, x, y));
   }
@@ -27,12 +31,6 @@ class TLogCache : public THtStripeCache {
   void CheckStripes(THtCanvas&, int32_t first, int32_t last) override { Checked = {first, last}; }
   TStripe& Stripe(int32_t i) { return static_cast<TStripe&>(*Stripes.at(static_cast<size_t>(i))); }
   std::pair<int32_t, int32_t> Checked;
-
- protected:
-  std::unique_ptr<TObject> CreateStripe() override { return std::make_unique<TStripe>(); }
-  void UpdateStripeSize(int32_t index) override {
-    Stripe(index).Width = StripeWidth, Stripe(index).Height = StripeHeight;
-  }
 };
 
 class StripeCache : public testing::Test {
