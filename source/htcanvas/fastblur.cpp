@@ -12,6 +12,7 @@ void FastBlur(uint8_t* data, int32_t width, int32_t height, int32_t stride, cons
   constexpr int32_t kPixelBytes = 4;
   constexpr int kRounds = 2;
   const TRect area = RIntersect(rect, {0, 0, width, height});
+  if (area.Left >= area.Right || area.Top >= area.Bottom) return;
   const int32_t across = area.Width(), down = area.Height();
   radius = std::min({radius, across / 2 - 1, down / 2 - 1});
   if (radius < 1) return;

@@ -37,7 +37,8 @@ class THtLanguage : public TObject {
   /// Adds a word a line: the word, one blank, and the word with "-" at its breaks; without one the word is known not to
   /// break. Other lines are passed over. The encoding is found as HtDecodeText does. Raises what the stream raises.
   void LoadHyphenationfromStream(TStream& stream);
-  /// The positions before which the word may break, ascending from 2. None for less than four characters.
+  /// The positions before which the word may break: as its list gives them, or by the rule, ascending from 2. None for less
+  /// than four characters.
   std::vector<uint32_t> GetHyphenationPositions(const hstring& word) const;
 
   hstring Name;

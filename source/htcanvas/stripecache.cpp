@@ -38,6 +38,7 @@ int32_t THtStripeCache::StripeAt(double docY, double scale) const {
 
 void THtStripeCache::Init(int32_t screenWidth, int32_t screenHeight, int32_t stripeHeight, int32_t docWidth,
                           int32_t docHeight, float scale) {
+  FFilled = false;
   const int32_t oldWidth = StripeWidth, oldHeight = StripeHeight;
   ScreenWidth = screenWidth;
   ScreenHeight = screenHeight;
@@ -45,16 +46,15 @@ void THtStripeCache::Init(int32_t screenWidth, int32_t screenHeight, int32_t str
   DocWidth = docWidth;
   DocHeight = docHeight;
   DocScale = StripeScale = UsableScale(scale);
-  StripeWidth = std::max(RoundedUp(double{DocScale} * docWidth), 0);
+  StripeWidth = RoundedUp(double{DocScale} * docWidth);
   if (screenWidth <= StripeWidth) StripeWidth = std::min(StripeWidth, Rounded(screenWidth * kMostWidths));
+  StripeWidth = std::max(StripeWidth, 0);
 
-  const auto count =
-      static_cast<size_t>(std::min(StripesIn(screenHeight), StripesIn(double{DocScale} * docHeight))) + 1;
-  const size_t kept =
-      StripeWidth == oldWidth && StripeHeight == oldHeight ? std::min(count, Stripes.size()) : 0;
-  while (Stripes.size() < count) Stripes.push_back(CreateStripe());
-  Stripes.resize(count);
-  for (size_t i = kept; i < count; ++i) UpdateStripeSize(static_cast<int32_t>(i));
+  const int32_t count = std::min(StripesIn(screenHeight), StripesIn(double{DocScale} * docHeight)) + 1;
+  FSized = StripeWidth == oldWidth && StripeHeight == oldHeight ? std::min(FSized, count) : 0;
+  while (Count() < count) Stripes.push_back(CreateStripe());
+  Stripes.resize(static_cast<size_t>(count));
+  for (; FSized < count; ++FSized) UpdateStripeSize(FSized);
   TotalStripeHeight = Rounded(static_cast<double>(count) * StripeHeight);
 }
 
@@ -104,7 +104,9 @@ bool THtStripeCache::Holds(float left, float top) const {
 
 // Brings the stripe at the view's top to the front. False if the stripes do not serve at this scale.
 bool THtStripeCache::Turn(THtCanvas& canvas, float scale, float top) {
-  const int32_t wanted = StripeAt(top, StripeScale), present = StripeAt(StripesDocTop, StripeScale);
+  const int32_t wanted = StripeAt(top, StripeScale);
+  // The ring's top is a whole number of stripes, but for what single precision has cut off.
+  const int32_t present = Rounded(double{StripesDocTop} * StripeScale / StripeHeight);
   const int32_t count = Count();
   if (wanted != present && !SameValue(scale, StripeScale)) return false;
   DocScale = scale;
@@ -130,7 +132,8 @@ void THtStripeCache::Rebuild(THtCanvas& canvas, float left, float top) {
   const double beyondView = (static_cast<double>(StripeWidth) - ScreenWidth) / DocScale;
   const double start = left > StripesDocLeft ? std::floor(left) : std::ceil(left - beyondView);
   const double most = std::ceil(DocWidth - static_cast<double>(StripeWidth) / DocScale);
-  StripesDocLeft = static_cast<float>(std::max(std::min(start, most), 0.0));
+  const double reach = std::min({most, start, static_cast<double>(std::floor(left))});
+  StripesDocLeft = static_cast<float>(std::max(0.0, reach));
   FillStripes(canvas, 0, Count() - 1);
   FFilled = true;
 }

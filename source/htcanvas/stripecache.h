@@ -73,6 +73,7 @@ class THtStripeCache : public THtCache {
   int32_t StripeAt(double docY, double scale) const;
   int32_t StripesIn(double pixels) const;
 
+  int32_t FSized = 0;  // of so many stripes the size is set
   bool FFilled = false;
 };
 

@@ -2,6 +2,7 @@
 
 #include <cstring>
 #include <gtest/gtest.h>
+#include <limits>
 #include <random>
 #include <vector>
 
@@ -54,6 +55,7 @@ TEST(FastBlur, IsTwoRoundsOfABox) {
       {{20, 1, 99, 99}, {20, 1, 23, 17}, 5, 0},
       {{3, 2, 5, 15}, {3, 2, 5, 15}, 1, 0},
       {{5, 5, 3, 3}, {}, 2, 0},
+      {{5, 0, std::numeric_limits<int32_t>::min(), 4}, {}, 2, 0},
       {{50, 50, 60, 60}, {}, 2, 0},
       {{0, 0, 23, 17}, {}, 0, 0},
       {{0, 0, 23, 17}, {}, -3, 0},

@@ -32,12 +32,13 @@ TEST(Language, ListsOfWords) {
 TEST(Language, RussianRule) {
   THtLanguage& russian = THtLanguage::GetLanguage(u"ru"_hs);
   const std::pair<const char16_t*, TPositions> kRows[] = {
-      {u"молоко", {3, 5}},                   // mo-lo-ko
-      {u"МОЛОКО", {3, 5}}, {u"война", {4}},  // the short i stays with its vowel
-      {u"абажур", {4}},                      // no vowel alone on a line
-      {u"яблоко", {3, 5}}, {u"столб", {}},   // one vowel
-      {u"театр", {3}},     {u"стекло", {4}}, {u"мама", {3}}, {u"аист", {}},  {u"июль", {}},
-      {u"поезд", {3}},     {u"дом", {}},     {u"оооо", {}},  {u"ййййй", {}},
+      {u"молоко", {3, 5}},                    // mo-lo-ko
+      {u"МОЛОКО", {3, 5}},  {u"война", {4}},  // the short i stays with its vowel
+      {u"абажур", {4}},                       // no vowel alone on a line
+      {u"яблоко", {3, 5}},  {u"столб", {}},   // one vowel
+      {u"театр", {3}},      {u"стекло", {4}}, {u"мама", {3}}, {u"объявление", {3, 5, 8}},
+      {u"кофейня", {3, 6}}, {u"аист", {}},    {u"июль", {}},  {u"поезд", {3}},
+      {u"дом", {}},         {u"оооо", {}},    {u"ййййй", {}},
   };
   for (const auto& [word, positions] : kRows)
     EXPECT_EQ(russian.GetHyphenationPositions(word), positions) << HtToUtf8(hstring(word));

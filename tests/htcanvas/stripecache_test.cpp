@@ -1,5 +1,6 @@
 #include "htcanvas/stripecache.h"
 
+#include <cmath>
 #include <gtest/gtest.h>
 #include <random>
 
@@ -61,6 +62,7 @@ TEST_F(StripeCache, Sizes) {
       {{100, 95}, 20, {60, 30}, 1.5f, 4, 90},   {{100, 95}, 20, {100, 1000}, 1, 6, 100},
       {{101, 100}, 20, {100, 1000}, 1, 6, 100}, {{100, 95}, 20, {110, 0}, 1, 1, 110},
       {{100, 95}, 0, {110, 10}, 0, 11, 110},    {{100, 95}, 20, {-5, -5}, 1, 1, 0},
+      {{-10, 95}, 20, {400, 1000}, 1, 6, 0},
   };
   for (const auto& row : kRows) {
     TLogCache cache;
@@ -118,6 +120,14 @@ TEST_F(StripeCache, ScrollsPaintWhatComesIn) {
   EXPECT_EQ(Update(0, -30), "fill 0 5\n");
   FCache.Update(FCanvas, 100, 95, 30, 400, 1000, 1, 0, -30);
   EXPECT_EQ(TakeLog(), "fill 0 4\n");
+  FCache.Init(100, 95, 20, 400, 1000, 1);  // sizes that were set are not yet painted
+  EXPECT_EQ(Update(0, -30), "fill 0 5\n");
+  Update(std::nanf(""), 0);
+  EXPECT_TRUE(std::isfinite(FCache.StripesDocLeft));
+  for (const char* log : {"fill 0 4\n", ""}) {  // far down, where single precision is coarse
+    FCache.Update(FCanvas, 100, 95, 25, 400, 100000000, 1, 0, -25000003.0f);
+    EXPECT_EQ(TakeLog(), log);
+  }
 }
 
 // Whatever the way, each stripe of the ring shows its place.
