@@ -13,6 +13,7 @@ namespace ht {
 namespace {
 
 constexpr double kMostWidths = 1.5;  // a stripe is no wider than so many views
+constexpr int32_t kMostStripes = 1 << 16;
 constexpr double kSlack = 1.0 / 64;  // pixels, which places in single precision may be off by
 
 // What is no number is 0.
@@ -28,7 +29,7 @@ float UsableScale(float scale) { return scale > 0 && std::isfinite(scale) ? scal
 }  // namespace
 
 int32_t THtStripeCache::StripesIn(double pixels) const {
-  return std::max(RoundedUp(pixels / StripeHeight), 0);
+  return std::clamp(RoundedUp(pixels / StripeHeight), 0, kMostStripes - 1);
 }
 
 // The index, counted from the document's top, of the stripe with that place.
@@ -89,7 +90,7 @@ void THtStripeCache::Update(THtCanvas& canvas, int32_t screenWidth, int32_t scre
   Rebuild(canvas, -x, -y);
 }
 
-// Whether the ring reaches to where the view is now.
+// Whether the ring reaches to where the view is now, which may be lower than a stripe, or begin left of the document.
 bool THtStripeCache::Holds(float left, float top) const {
   const double stripe = static_cast<double>(StripeHeight) / DocScale,
                view = static_cast<double>(ScreenHeight) / DocScale;
@@ -97,9 +98,10 @@ bool THtStripeCache::Holds(float left, float top) const {
   const double covered = first + static_cast<double>(TotalStripeHeight) / StripeScale - top;
   const double inView =
       std::min((static_cast<double>(DocWidth) - left) * DocScale, static_cast<double>(ScreenWidth));
-  return StripesDocLeft <= left &&
+  return StripesDocLeft <= std::max(left, 0.0f) &&
          inView <= kSlack + StripeWidth + (double{StripesDocLeft} - left) * StripeScale && top <= last &&
-         first + stripe <= top + view && (view <= covered || SameValue(StripeScale, DocScale));
+         (first <= top || first + stripe <= top + view) &&
+         (view <= covered || SameValue(StripeScale, DocScale));
 }
 
 // Brings the stripe at the view's top to the front. False if the stripes do not serve at this scale.

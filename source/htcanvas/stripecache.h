@@ -28,7 +28,8 @@ class THtStripeCache : public THtCache {
   HT_CLASS(THtStripeCache, THtCache)
 
  public:
-  /// Sets the sizes and the number of stripes: what the view needs and one more, never more than the document and one.
+  /// Sets the sizes and the number of stripes: what the view needs and one more, never more than the document and one,
+  /// nor than 65,536.
   virtual void Init(int32_t screenWidth, int32_t screenHeight, int32_t stripeHeight, int32_t docWidth,
                     int32_t docHeight, float scale);
   /// A surface of StripeWidth times StripeHeight.

@@ -2,6 +2,7 @@
 
 #include <cmath>
 #include <gtest/gtest.h>
+#include <limits>
 #include <random>
 
 #include "logcanvas.h"
@@ -52,6 +53,7 @@ class StripeCache : public testing::Test {
 };
 
 TEST_F(StripeCache, Sizes) {
+  constexpr int32_t kHuge = std::numeric_limits<int32_t>::max();
   const struct {
     int32_t Screen[2], Stripe, Doc[2];
     float Scale;
@@ -62,7 +64,7 @@ TEST_F(StripeCache, Sizes) {
       {{100, 95}, 20, {60, 30}, 1.5f, 4, 90},   {{100, 95}, 20, {100, 1000}, 1, 6, 100},
       {{101, 100}, 20, {100, 1000}, 1, 6, 100}, {{100, 95}, 20, {110, 0}, 1, 1, 110},
       {{100, 95}, 0, {110, 10}, 0, 11, 110},    {{100, 95}, 20, {-5, -5}, 1, 1, 0},
-      {{-10, 95}, 20, {400, 1000}, 1, 6, 0},
+      {{-10, 95}, 20, {400, 1000}, 1, 6, 0},    {{100, kHuge}, 0, {60, kHuge}, 1, 65536, 60},
   };
   for (const auto& row : kRows) {
     TLogCache cache;
@@ -120,6 +122,10 @@ TEST_F(StripeCache, ScrollsPaintWhatComesIn) {
   EXPECT_EQ(Update(0, -30), "fill 0 5\n");
   FCache.Update(FCanvas, 100, 95, 30, 400, 1000, 1, 0, -30);
   EXPECT_EQ(TakeLog(), "fill 0 4\n");
+  for (const char* log : {"fill 0 1\n", ""}) {  // a low view on a narrow document in its middle
+    FCache.Update(FCanvas, 100, 15, 20, 60, 1000, 1, 20, -3);
+    EXPECT_EQ(TakeLog(), log);
+  }
   FCache.Init(100, 95, 20, 400, 1000, 1);  // sizes that were set are not yet painted
   EXPECT_EQ(Update(0, -30), "fill 0 5\n");
   Update(std::nanf(""), 0);
@@ -168,6 +174,9 @@ TEST_F(StripeCache, PaintsWhatIsInView) {
   EXPECT_EQ(Paint(0, 55), "");  // the first stripe begins where the view ends
   EXPECT_EQ(Paint(0, 54), "paint 0 5 7 99\n");
   EXPECT_EQ(Paint(0, -160), "");  // above
+  FCache.Update(FCanvas, 100, std::numeric_limits<int32_t>::max(), 1, 400, 1000, 1, 0, 0);
+  TakeLog();
+  EXPECT_EQ(Paint(0, -10), "paint 10 1000 7 5\n");
 }
 
 TEST_F(StripeCache, ShiftsGoRound) {
